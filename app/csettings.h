@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// Where the program's files lie, and a few constants.
+class cSettings
+{
+public:
+    cSettings();
+
+    /// Fills the paths; needs the application object.
+    void InitPaths();
+
+    QString pathApp; ///< directory of the program: all its files are this path, "/" and a name
+    QString pathLogs;
+    QString pathDatas;
+    QStringList confMasks;
+    QString styleGood;
+    QString styleBad;
+    int paramA;
+    int paramB;
+};
+
+/// The one instance; made before `main`, destroyed after it.
+extern cSettings Settings;

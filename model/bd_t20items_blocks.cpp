@@ -1,0 +1,168 @@
+#include "model/bd_t20items.h"
+
+#include <algorithm>
+
+void BD_T20Items::T_Line::AddPole(int key)
+{
+    poles.append(key);
+}
+
+void BD_T20Items::T_Line::RemovePole(int key)
+{
+    if (!poles.removeOne(key))
+        qFatal("T_Line::RemovePole: the line does not hold key %d", key);
+}
+
+void BD_T20Items::T_Line::FindIdxOfFirstPole(BD_T20Items* bd)
+{
+    firstIdx = -1;
+    if (poles.isEmpty())
+        return;
+    firstIdx = 0;
+    if (poles.size() == 1)
+        return;
+    int smallest = bd->items[poles.first()].X;
+    for (int i = 1; i < poles.size(); ++i) {
+        const int x = bd->items[poles.at(i)].X;
+        if (x < smallest) {
+            smallest = x;
+            firstIdx = i;
+        }
+    }
+}
+
+void BD_T20Items::T_SHBlock::CreateBDLines(int count)
+{
+    lines.clear();
+    if (count > 0)
+        lines.resize(count);
+}
+
+void BD_T20Items::T_SHBlock::InsertPole(int line, int key)
+{
+    lines[line].AddPole(key);
+}
+
+void BD_T20Items::T_SHBlock::ComputeParamsForAllLines(BD_T20Items* bd)
+{
+    for (auto& line : lines)
+        line.FindIdxOfFirstPole(bd);
+}
+
+/// Visits the records of the keys 1 to `items.size()` in order, with a blank one for each missing key.
+template <typename Visit>
+void BD_T20Items::forEachItem(Visit visit)
+{
+    const auto count = items.size();
+    auto it = items.lowerBound(1);
+    for (int key = 1; key <= count; ++key, ++it) {
+        if (it == items.end() || it.key() != key)
+            it = items.insert(it, key, T20Item());
+        visit(key, it.value());
+    }
+}
+
+QList<int> BD_T20Items::ComputeMaxRowInAllBlocks(int count)
+{
+    if (items.isEmpty())
+        return {};
+    QList<int> maxRows(std::max(count, 0), 0);
+    forEachItem([&](int, const T20Item& item) {
+        if (item.Size > 0 && item.Block >= 0 && item.Block < maxRows.size() && item.Line <= kLineLimit)
+            maxRows[item.Block] = std::max(maxRows.at(item.Block), item.Line);
+    });
+    return maxRows;
+}
+
+void BD_T20Items::ReComputeBDBlocks()
+{
+    if (items.isEmpty())
+        return;
+    const auto maxRows = ComputeMaxRowInAllBlocks(kBlockCount);
+    blocks.clear();
+    for (const int maxRow : maxRows) {
+        blocks.append(T_SHBlock());
+        blocks.last().CreateBDLines(maxRow + 1);
+    }
+    forEachItem([this](int key, const T20Item& item) {
+        if (item.Size > 0 && item.Block >= 0 && item.Block < blocks.size() && item.Line >= 0 &&
+            item.Line < blocks.at(item.Block).lines.size())
+            blocks[item.Block].InsertPole(item.Line, key);
+    });
+    for (auto& block : blocks)
+        block.ComputeParamsForAllLines(this);
+}
+
+bool BD_T20Items::isCellBLXTaken(int block, int line, int x)
+{
+    if (items.isEmpty())
+        return true;
+    bool taken = false;
+    forEachItem([&](int, const T20Item& item) {
+        taken = taken || (item.Size > 0 && item.Block == block && item.Line == line && item.X == x);
+    });
+    return taken;
+}
+
+const BD_T20Items::T_Line* BD_T20Items::lineAt(int block, int line) const
+{
+    if (block < 0 || block >= blocks.size() || line < 0 || line >= blocks.at(block).lines.size())
+        return nullptr;
+    return &blocks.at(block).lines.at(line);
+}
+
+bool BD_T20Items::isLineHavePoles(int block, int line) const
+{
+    const T_Line* const found = lineAt(block, line);
+    return found != nullptr && found->firstIdx != -1;
+}
+
+int BD_T20Items::getLineKolPoley(int block, int line) const
+{
+    const T_Line* const found = lineAt(block, line);
+    return found == nullptr ? 0 : static_cast<int>(found->poles.size());
+}
+
+int BD_T20Items::paramOfFirstPole(int block, int line, int T20Item::*param) const
+{
+    if (!isLineHavePoles(block, line))
+        return 0;
+    const T_Line* const found = lineAt(block, line);
+    const auto it = items.constFind(found->poles.at(found->firstIdx));
+    return it == items.constEnd() ? 0 : it.value().*param;
+}
+
+int BD_T20Items::getLineX2Y(int block, int line) const
+{
+    return paramOfFirstPole(block, line, &T20Item::X2Y);
+}
+
+int BD_T20Items::getLineX2X(int block, int line) const
+{
+    return paramOfFirstPole(block, line, &T20Item::X2X);
+}
+
+int BD_T20Items::getLineFont(int block, int line) const
+{
+    return paramOfFirstPole(block, line, &T20Item::Font);
+}
+
+void BD_T20Items::AddLineInBlock(int block, int line)
+{
+    if (items.isEmpty() || lineAt(block, line) == nullptr)
+        return;
+    forEachItem([=](int, T20Item& item) {
+        if (item.Size > 0 && item.Block == block && item.Line >= line && item.Line <= kLineLimit)
+            ++item.Line;
+    });
+}
+
+void BD_T20Items::DelLineInBlock(int block, int line)
+{
+    if (items.isEmpty() || lineAt(block, line) == nullptr)
+        return;
+    forEachItem([=](int, T20Item& item) {
+        if (item.Size > 0 && item.Block == block && item.Line > line)
+            --item.Line;
+    });
+}

@@ -1,0 +1,91 @@
+#include "support/usersteps.h"
+
+#include "app/csettings.h"
+#include "app/mainwindow.h"
+#include "support/windowprobe.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+QObject* findNamed(const QObject& parent, const char* className, const QString& name)
+{
+    QStringList others;
+    for (QObject* const child : parent.findChildren<QObject*>()) {
+        if (!child->inherits(className))
+            continue;
+        if (child->objectName() == name)
+            return child;
+        others.append(child->objectName());
+    }
+    qFatal("no %s named %s; there are: %s", className, qPrintable(name), qPrintable(others.join(u' ')));
+    return nullptr;
+}
+
+void chooseInMenu(MainWindow& window, const char* actionName)
+{
+    auto* const action = named<QAction>(window, actionName);
+    auto* const bar = named<QMenuBar>(window, "menuBar");
+    for (QAction* const entry : bar->actions()) {
+        QMenu* const menu = entry->menu();
+        if (!menu->actions().contains(action))
+            continue;
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(entry).center());
+        QVERIFY(QTest::qWaitForWindowExposed(menu));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+        menu->hide();
+        return;
+    }
+    qFatal("no menu holds %s", actionName);
+}
+
+void clickButton(MainWindow& window, const char* name)
+{
+    QTest::mouseClick(named<QPushButton>(window, name), Qt::LeftButton);
+}
+
+void showAndStart(MainWindow& window)
+{
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTRY_COMPARE(WindowProbe(window).startCountdown(), 0);
+}
+
+ProgramDir::ProgramDir()
+    : m_before(Settings.pathApp)
+{
+    QTemporaryDir dir;
+    dir.setAutoRemove(false);
+    m_path = dir.path();
+    Settings.pathApp = m_path;
+}
+
+ProgramDir::~ProgramDir()
+{
+    Settings.pathApp = m_before;
+    QDir(m_path).removeRecursively();
+}
+
+QString ProgramDir::path(const QString& name) const
+{
+    return m_path + u'/' + name;
+}
+
+QString ProgramDir::write(const QString& name, const QByteArray& bytes) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
