@@ -48,6 +48,7 @@ MainWindow::MainWindow(QWidget* parent)
     lblStatusDriver = new QLabel(this);
     lblStatusDevice = new QLabel(this);
 
+    settingsWidget_initForEmpty();
     setMode = 1;
     maket.pBD = &bd;
     maket.setShablonLoaded(false);
@@ -115,6 +116,10 @@ MainWindow::~MainWindow()
     wait.start();
     while (wait.elapsed() < kCloseWaitMs)
         QCoreApplication::processEvents();
+    // The widgets die after the members: from here on none of them may call a slot.
+    dropTable();
+    for (QObject* const child : findChildren<QObject*>())
+        child->disconnect(this);
     delete ui;
 }
 
@@ -130,11 +135,16 @@ void MainWindow::msgBoxWarnOK(const QString& text)
 
 void MainWindow::LogAddDbg(const QString& text)
 {
-    ui->teLog->append(text);
+    // The log is plain text, whatever a line may look like.
+    if (Qt::mightBeRichText(text))
+        ui->teLog->append(text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>")));
+    else
+        ui->teLog->append(text);
 }
 
 void MainWindow::showWhenBegin()
 {
+    updateFilterOut();
     showScaleMsshtb();
 }
 
@@ -148,6 +158,7 @@ void MainWindow::setGuiStateWhenNotLoaded()
 {
     showWhenBegin();
     setGuiStateMask(false);
+    settingsWidget_initForEmpty();
 }
 
 void MainWindow::setGuiStateMask(bool enabled)

@@ -3,6 +3,7 @@
 #include "model/bd_t20items.h"
 #include "view/guimaket.h"
 
+#include <QAbstractItemView>
 #include <QGraphicsScene>
 #include <QMainWindow>
 #include <QMap>
@@ -11,12 +12,17 @@
 #include <QTextDecoder>
 #include <QTextEncoder>
 
+#include <span>
+
 class QGraphicsItem;
 class QGraphicsOpacityEffect;
 class QGraphicsProxyWidget;
 class QLabel;
 class QPushButton;
+class QTableWidget;
+class QTableWidgetItem;
 class Ui_MainWindow;
+struct PropertyRow;
 
 /// The window of the program. All commands are its members; each theme of them has a source of its own in the
 /// folder of the subsystem that owns it.
@@ -73,6 +79,22 @@ private slots:
     void on_btnFontMonoWide_clicked();
     void on_comboLentaSize_currentIndexChanged(QString arg1);
 
+    // Property table.
+    void on_settingsWidget_cellChanged(int row, int column);
+    void on_settingsWidget_currentCellChanged(int currentRow, int currentColumn, int previousRow,
+                                              int previousColumn);
+    void on_btnSetSetModePoz_clicked();
+    void on_btnSetSetModeView_clicked();
+    void on_btnPoleDel_clicked();
+
+    // Field list.
+    void on_chbFilter_stateChanged(int arg1);
+    void on_btnFiltrShowAll_toggled(bool checked);
+    void on_lePolesFilterStr_textChanged(QString arg1);
+    void on_btnFiltrRegistr_clicked();
+    void on_listView_clicked(QModelIndex index);
+    void on_listWidget_itemSelectionChanged();
+
     // Device models.
     void on_comboKassa_currentIndexChanged(int index);
 
@@ -119,6 +141,78 @@ private:
     /// False if a new line at `line` would push a field of `block` beyond the last possible line.
     bool isRoomForLine(int block, int line);
 
+    // Selection.
+    /// Shows `selection`, which may be null, in the property table and on the tape.
+    void takeSelection(QGraphicsItem* selection);
+    /// Places the "+" and "-" buttons beside the selected heading or line; hides them for anything else.
+    void showLineButtons();
+    /// Ends every pick, on the scene and in the field list: nothing is picked and the table is empty.
+    void endPick();
+    /// Marks the lines of each block as allowed exactly if the bit of the block is set in `mask`.
+    void SetMaskOfPoleToAllBlocks(unsigned int mask);
+    /// The key of the selected field, on the scene or in the list; 0 if there is none.
+    int getKeyPlForSelectedPole();
+
+    // Property table: its forms.
+    void settingsWidget_initForEmpty();
+    void settingsWidget_initForHeader();
+    void settingsWidget_initForLine();
+    /// Shows the field `key` in the mode in use; a missing key gets a blank record.
+    void settingsWidget_initForPole(int key);
+    void settingsWidget_initForPolePoz(int key);
+    void settingsWidget_initForPoleView(int key);
+    void fillPoleForm(int key, std::span<const PropertyRow> rows, int nameWidth, int valueWidth);
+    /// Empties column 1 of delegates and editors and puts the names into column 0.
+    void beginTableForm(int nameWidth, int valueWidth, const QStringList& names,
+                        QAbstractItemView::EditTriggers triggers);
+    /// Closes an open cell editor without taking its value.
+    void closeTableEditors();
+    /// Closes the editor and deletes all delegates, for the end of the window.
+    void dropTable();
+    /// Puts one new cell for each text into `column`, from `firstRow` down.
+    static void OutColumnNamesFromList(QTableWidget* table, int firstRow, int column,
+                                       const QStringList& texts, bool readOnly);
+    /// Takes the delegates from the first `rows` rows and deletes them.
+    static void RemovePrevDelegates4Column(QTableWidget* table, int rows);
+    /// Sets value and flag of `item` and makes it the cell.
+    void putTableItem(QTableWidgetItem* item, int row, int column, unsigned char value);
+    /// A cell with the value in decimal, or as the character of that code.
+    void setTableItem(int row, int column, unsigned char value, bool asChar);
+    /// A cell with the text of the value; empty if `texts` has none.
+    void setTableItem(int row, int column, const QMap<int, QString>& texts, unsigned char value);
+    void putTableValue(int row, const PropertyRow& property, int value);
+    QAbstractItemDelegate* makeDelegate(const PropertyRow& row);
+    /// The text that a row shows for `value`.
+    QString shownText(const PropertyRow& row, int value);
+    /// The character of code page 1251 with this code.
+    QString charText(int code);
+    /// Enables the mode buttons and the delete button as the selected element allows.
+    void changeSettingTableBtnsOnOff();
+    void changeSetMode(int mode);
+
+    // Property table: the rules of a change. The int results are the number that the rule stored or would
+    // have stored.
+    struct CellChange;
+    int changeView(const CellChange& change);
+    /// `isPlacing` becomes true if the set of placed fields may have changed.
+    int changePosition(const CellChange& change, bool& isPlacing);
+    int changeBlock(const CellChange& change);
+    void changeLine(const CellChange& change);
+    void changeX(const CellChange& change);
+    /// True if the field has taken the size.
+    bool changeSize(const CellChange& change);
+    /// The number that the cell's text stands for in a row that is told by its text.
+    int numberOfText(const PropertyRow& property, const CellChange& change);
+    void storeValue(const PropertyRow& property, const CellChange& change, int value, bool isRedraw);
+    /// Shows `message` and puts the record's value back into the cell.
+    void refuse(const CellChange& change, const QString& message);
+
+    // Field list.
+    /// The descriptions of the fields that the filter lets through, in key order.
+    void makeFilteredPoleyList(QStringList& out);
+    /// Fills the list and the title of its box anew.
+    void updateFilterOut();
+
     // Device models.
     /// Fills the model lists with the built-in table.
     void FillDefaultKassaList();
@@ -146,12 +240,15 @@ private:
     QTextDecoder decoder1251;
     QTextEncoder encoder866;
     QString currentFileName;
-    QGraphicsItem* curItem = nullptr; ///< the selected item of the scene; not owned
-    int curKey = 0;
+    QGraphicsItem* curItem = nullptr;  ///< the selected item of the scene; not owned
+    QGraphicsItem* prevItem = nullptr; ///< the selection at the last turn of timerTick; never followed
+    bool prevItemGone = false;         ///< a rebuild has deleted the items since then
+    int curKey = 0;                    ///< the field picked in the list; 0 if none
     bool listPicked = false;
     int tapeWidth = 576; ///< in dots: 384, 432 or 576
     int curType = 0;
-    int setMode = 1;
+    int setMode = 1;   ///< 1: positions, 2: view
+    int tableForm = 0; ///< counts the fillings of the property table
     int startCountdown = 10;
     bool closing = false;
     bool keepTempFiles = false;

@@ -82,6 +82,7 @@ void MainWindow::CheckBDPoley_RebuildMaket()
     QStringList messages;
     const int errors = bd.CheckBDCorrect(maket.blockCount, messages, false);
     maket.setBlockTitleEnabled(true);
+    endPick();
     if (errors == 0) {
         bd.ReComputeBDBlocks();
         maket.ReComputeBDBlocks(true);

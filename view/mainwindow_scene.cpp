@@ -27,6 +27,7 @@ QPushButton* makeLineButton(const QString& text)
 void MainWindow::rebuildView()
 {
     curItem = nullptr;
+    prevItemGone = prevItem != nullptr;
     scene.clear();
     scene.setBackgroundBrush(Qt::white);
     LogAddDbg(tr("Scene cleared!"));

@@ -1,0 +1,92 @@
+#include "app/mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include "view/itempole.h"
+
+void MainWindow::makeFilteredPoleyList(QStringList& out)
+{
+    out.clear();
+    const auto n = static_cast<int>(bd.items.size());
+    const bool isCaseSensitive = ui->btnFiltrRegistr->isChecked();
+    QString filter = ui->lePolesFilterStr->text();
+    if (!isCaseSensitive)
+        filter = filter.toUpper();
+    for (int key = 1; key <= n; ++key) {
+        const auto& item = bd.getPoleByKey(key);
+        if (!ui->btnFiltrShowAll->isChecked() && item.Size > 0)
+            continue;
+        if (ui->chbFilter->isChecked()) {
+            const QString desc = isCaseSensitive ? item.Desc : item.Desc.toUpper();
+            if (!desc.contains(filter))
+                continue;
+        }
+        out.append(item.Desc);
+    }
+}
+
+void MainWindow::updateFilterOut()
+{
+    QStringList list;
+    makeFilteredPoleyList(list);
+    ui->listWidget->clear();
+    ui->listWidget->insertItems(ui->listWidget->count(), list);
+    ui->grBoxFilter->setTitle(tr("Фильтр полей [%1 из %2]").arg(list.size()).arg(bd.items.size()));
+}
+
+void MainWindow::on_chbFilter_stateChanged(int /*arg1*/)
+{
+    updateFilterOut();
+}
+
+void MainWindow::on_btnFiltrShowAll_toggled(bool /*checked*/)
+{
+    updateFilterOut();
+}
+
+void MainWindow::on_lePolesFilterStr_textChanged(QString /*arg1*/)
+{
+    updateFilterOut();
+}
+
+void MainWindow::on_btnFiltrRegistr_clicked()
+{
+    updateFilterOut();
+}
+
+void MainWindow::on_listView_clicked(QModelIndex /*index*/) {}
+
+void MainWindow::on_listWidget_itemSelectionChanged()
+{
+    const auto lines = ui->listWidget->selectedItems();
+    if (lines.size() != 1)
+        return;
+    const int key = bd.getPoleKeyByDesc(lines.constFirst()->text());
+
+    bool isOnScene = false;
+    for (QGraphicsItem* const item : scene.items()) {
+        if (item->type() == ItemPole::Type && item->data(1).toInt() == key) {
+            scene.clearSelection();
+            item->setSelected(true);
+            isOnScene = true;
+        }
+    }
+    if (isOnScene)
+        return;
+
+    curKey = key;
+    if (curItem != nullptr) {
+        // Set first: the item below is no longer the selected one.
+        QGraphicsItem* const before = curItem;
+        curItem = nullptr;
+        listPicked = true;
+        before->setSelected(false);
+    }
+    if (key >= 1 && key <= bd.items.size()) {
+        ui->lePoleDesc->setText(bd.getPoleByKey(key).Desc);
+        settingsWidget_initForPole(curKey);
+    } else {
+        ui->lePoleDesc->setText(tr("Поле не выбрано"));
+        settingsWidget_initForEmpty();
+    }
+    changeSettingTableBtnsOnOff();
+}
