@@ -58,6 +58,8 @@ MainWindow::MainWindow(QWidget* parent)
     ui->btnSetSetModeView->setEnabled(false);
     ui->btnPoleDel->setEnabled(false);
 
+    [[maybe_unused]] const QPixmap cup(QStringLiteral(":/images/cup_76x81.png"));
+
     ui->graphicsView_1->setScene(&scene);
     ui->graphicsView_1->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     ui->graphicsView_1->update();
@@ -189,4 +191,17 @@ void MainWindow::on_actionAbout_triggered()
 void MainWindow::on_btnDbgClear_clicked()
 {
     ui->teLog->clear();
+}
+
+void MainWindow::on_actionDnLoad_triggeredOld() {}
+
+void MainWindow::on_btnDbgUploadJson_clicked() {}
+
+void MainWindow::on_btnDbgDnload_clicked() {}
+
+void MainWindow::LoadLib() {}
+
+int MainWindow::LoadFromDvcToJsonAll()
+{
+    return 0;
 }

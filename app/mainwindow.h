@@ -63,6 +63,7 @@ private slots:
     void on_actionSave_triggered();
     void on_actionSaveAs_triggered();
     void on_actionExit_triggered();
+    void on_actionDnLoad_triggeredOld();
     void on_actionAbout_triggered();
 
     // Timer loops: single shots that arm themselves again.
@@ -100,6 +101,8 @@ private slots:
 
     // Console.
     void on_btnDbgClear_clicked();
+    void on_btnDbgUploadJson_clicked();
+    void on_btnDbgDnload_clicked();
 
 private:
     // Messages.
@@ -109,6 +112,10 @@ private:
     static void msgBoxWarnOK(const QString& text);
     /// Adds one line to the log.
     void LogAddDbg(const QString& text);
+
+    // Kept for callers that are gone: they do nothing.
+    void LoadLib();
+    int LoadFromDvcToJsonAll();
 
     // The two states of the window.
     void showWhenBegin();
@@ -140,6 +147,8 @@ private:
     void showScaleMsshtb();
     /// False if a new line at `line` would push a field of `block` beyond the last possible line.
     bool isRoomForLine(int block, int line);
+    /// Recomputes the model's lines if a change of the fields still waits for its redraw.
+    void refreshStaleBlocks();
 
     // Selection.
     /// Shows `selection`, which may be null, in the property table and on the tape.
@@ -236,6 +245,7 @@ private:
     QGraphicsProxyWidget* proxyLineDel = nullptr;
     QStringList freeStrings;
     bool redrawPending = false;
+    bool lineBoxOpen = false; ///< a message box stands inside a click on a button of the scene
     QTextDecoder decoder866;
     QTextDecoder decoder1251;
     QTextEncoder encoder866;
@@ -247,8 +257,9 @@ private:
     bool listPicked = false;
     int tapeWidth = 576; ///< in dots: 384, 432 or 576
     int curType = 0;
-    int setMode = 1;   ///< 1: positions, 2: view
-    int tableForm = 0; ///< counts the fillings of the property table
+    int setMode = 1;          ///< 1: positions, 2: view
+    int selectionTickMs = 50; ///< pause between two turns of the selection loop
+    int tableForm = 0;        ///< counts the fillings of the property table
     int startCountdown = 10;
     bool closing = false;
     bool keepTempFiles = false;

@@ -12,12 +12,28 @@ public:
     explicit CellSpinBox(QWidget* parent)
         : QSpinBox(parent)
     {
-        connect(this, &QSpinBox::valueChanged, this, [this] { isClamped = false; });
-        connect(lineEdit(), &QLineEdit::textEdited, this, [this] { isClamped = false; });
+        // Enter tells of a new value even where it is the one that has been shown all along.
+        connect(this, &QSpinBox::valueChanged, this, [this](int number) {
+            if (number != m_shown)
+                m_isClamped = false;
+        });
+        connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_isClamped = false; });
+    }
+
+    /// Shows `number`, or the nearest one in range.
+    void showNumber(int number)
+    {
+        setValue(number);
+        m_shown = value();
+        m_isClamped = m_shown != number;
     }
 
     /// The cell's number is out of range, shown as the nearest one, and the user has not touched it.
-    bool isClamped = false;
+    bool isClamped() const { return m_isClamped; }
+
+private:
+    int m_shown = 0;
+    bool m_isClamped = false;
 };
 
 } // namespace
@@ -41,11 +57,8 @@ QWidget* DelegateSpinBox::createEditor(QWidget* parent, const QStyleOptionViewIt
 void DelegateSpinBox::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     auto* const spinBox = dynamic_cast<CellSpinBox*>(editor);
-    if (spinBox == nullptr)
-        return;
-    const int number = index.data(Qt::EditRole).toInt();
-    spinBox->setValue(number);
-    spinBox->isClamped = spinBox->value() != number;
+    if (spinBox != nullptr)
+        spinBox->showNumber(index.data(Qt::EditRole).toInt());
 }
 
 QVariant DelegateSpinBox::editorText(QWidget* editor) const
@@ -54,7 +67,7 @@ QVariant DelegateSpinBox::editorText(QWidget* editor) const
     if (spinBox == nullptr)
         return {};
     spinBox->interpretText();
-    return spinBox->isClamped ? QVariant() : QVariant(spinBox->value());
+    return spinBox->isClamped() ? QVariant() : QVariant(spinBox->value());
 }
 
 QVariant DelegateSpinBox::editorValue(QWidget* editor) const

@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int kTickMs = 50;
 constexpr unsigned int kAllBlocks = 0xFFFF;
 
 // Places of the two line buttons beside the selected heading or line.
@@ -36,11 +35,11 @@ void MainWindow::timerTick()
             takeSelection(single);
         changeSettingTableBtnsOnOff();
     }
-    if (redrawPending) {
+    if (redrawPending && !lineBoxOpen) {
         redrawPending = false;
         RedrawWithBD();
     }
-    QTimer::singleShot(kTickMs, this, SLOT(timerTick()));
+    QTimer::singleShot(selectionTickMs, this, SLOT(timerTick()));
 }
 
 void MainWindow::takeSelection(QGraphicsItem* selection)

@@ -43,6 +43,8 @@ void MainWindow::beginTableForm(int nameWidth, int valueWidth, const QStringList
     table->setColumnWidth(kNameColumn, nameWidth);
     table->setColumnWidth(kValueColumn, valueWidth);
     const auto rows = static_cast<int>(names.size());
+    // When the row of the current cell goes, another becomes current, which would open an editor there.
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setRowCount(rows);
     OutColumnNamesFromList(table, 0, kNameColumn, names, true);
     RemovePrevDelegates4Column(table, rows);

@@ -42,4 +42,5 @@ private:
     int poleDX;
     int poleDY;
     int poleW;
+    [[maybe_unused]] bool poleReserved = false;
 };

@@ -21,6 +21,13 @@ bool MainWindow::isRoomForLine(int block, int line)
     return true;
 }
 
+void MainWindow::refreshStaleBlocks()
+{
+    // A click that comes before the redraw of the one before: the fields have moved, their lines have not.
+    if (redrawPending)
+        bd.ReComputeBDBlocks();
+}
+
 void MainWindow::maketAddSelectedLine()
 {
     LogAddDbg(tr("Add selected line?"));
@@ -36,6 +43,7 @@ void MainWindow::maketAddSelectedLine()
     } else {
         return;
     }
+    refreshStaleBlocks();
     if (!isRoomForLine(block, line))
         return;
     maket.AddLineInBlock(block, line);
@@ -50,8 +58,12 @@ void MainWindow::maketDelSelectedLine()
         return;
     const int block = curItem->data(1).toInt();
     const int line = curItem->data(2).toInt();
+    refreshStaleBlocks();
     if (bd.isLineHavePoles(block, line)) {
+        // The loop runs under the box, and its redraw would delete the button that has been clicked.
+        lineBoxOpen = true;
         msgBoxWarnOK(tr("Строка не пустая!\nНельзя удалить."));
+        lineBoxOpen = false;
         return;
     }
     maket.DelLineInBlock(block, line);

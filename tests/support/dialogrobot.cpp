@@ -23,6 +23,30 @@ QStringList DialogRobot::takeTexts()
     return texts;
 }
 
+void DialogRobot::whileBoxIsOpen(const std::function<void()>& act, const std::function<bool()>& isOver)
+{
+    m_act = act ? act : [] {};
+    m_isOver = isOver;
+}
+
+bool DialogRobot::isBoxHeld()
+{
+    constexpr int kLongestHoldMs = 10000;
+    if (m_act) {
+        m_holdEnd.setRemainingTime(kLongestHoldMs);
+        std::exchange(m_act, {})();
+    }
+    if (!m_isOver || m_isOver()) {
+        m_isOver = {};
+        return false;
+    }
+    if (m_holdEnd.hasExpired()) {
+        m_isOver = {};
+        QTest::qFail("nothing ends the hold of the box", __FILE__, __LINE__);
+    }
+    return true;
+}
+
 void DialogRobot::look()
 {
     QWidget* const modal = QApplication::activeModalWidget();
@@ -42,10 +66,12 @@ void DialogRobot::look()
             },
             Qt::QueuedConnection);
     };
-    if (auto* const box = qobject_cast<QMessageBox*>(modal))
-        post(box);
-    else if (auto* const dialog = qobject_cast<QFileDialog*>(modal))
+    if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
+        if (!isBoxHeld())
+            post(box);
+    } else if (auto* const dialog = qobject_cast<QFileDialog*>(modal)) {
         post(dialog);
+    }
 }
 
 void DialogRobot::answer(QMessageBox* box)

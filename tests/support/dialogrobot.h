@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QFileDialog>
 #include <QList>
 #include <QMessageBox>
@@ -54,6 +55,9 @@ public:
     /// Runs `change` in the moment between the user's choice in the next file dialog and the program's answer.
     void whenFileIsChosen(const std::function<void()>& change) { m_whenChosen = change; }
 
+    /// While the next message box is open, `act` runs once, and the box is answered only when `isOver` holds.
+    void whileBoxIsOpen(const std::function<void()>& act, const std::function<bool()>& isOver);
+
     /// The boxes since the last call, oldest first.
     QList<SeenBox> takeBoxes() { return std::exchange(m_boxes, {}); }
 
@@ -68,6 +72,7 @@ public:
 
 private:
     void look();
+    bool isBoxHeld();
     void answer(QMessageBox* box);
     void answer(QFileDialog* dialog);
 
@@ -76,6 +81,9 @@ private:
     QPointer<QWidget> m_lastSeen;
     QStringList m_paths;
     std::function<void()> m_whenChosen;
+    std::function<void()> m_act;
+    std::function<bool()> m_isOver;
+    QDeadlineTimer m_holdEnd;
     QList<SeenBox> m_boxes;
     QList<SeenFileDialog> m_fileDialogs;
     int m_fileQuestions = 0;

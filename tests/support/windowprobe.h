@@ -23,6 +23,17 @@ public:
     /// Asks for the deferred redraw, as an edit of a field does.
     void requestRedraw() const { m_window.redrawPending = true; }
 
+    /// True once the selection loop has nothing left to do: it knows the selection, and no redraw is due.
+    bool isSettled() const
+    {
+        const auto selected = m_window.scene.selectedItems();
+        const QGraphicsItem* const single = selected.size() == 1 ? selected.constFirst() : nullptr;
+        return !m_window.redrawPending && !m_window.prevItemGone && m_window.prevItem == single;
+    }
+
+    /// Makes the selection loop turn that often.
+    void setSelectionTick(int ms) const { m_window.selectionTickMs = ms; }
+
     QString currentFileName() const { return m_window.currentFileName; }
     QStringList kassaNames() const { return m_window.kassaNames; }
     QStringList kassaTapes() const { return m_window.kassaTapes; }
