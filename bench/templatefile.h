@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
-/// A valid file of the format "new, 26+str", as the program itself writes it: `count` visible fields of the
-/// types 0 to `count` - 1, spread over all blocks and the lines 1 to 255.
+/// A valid file of the format "new, 26+str", as the program itself writes it: `count` fields of the types 0 to
+/// `count` - 1, which repeat the 160 fields of the 80 mm sample over and over. An empty array if the sample
+/// cannot be read.
 QByteArray makeTemplateFile(int count);
