@@ -3,9 +3,9 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QWindow>
 
 DialogRobot::DialogRobot()
 {
@@ -24,33 +24,61 @@ QStringList DialogRobot::takeTexts()
 void DialogRobot::look()
 {
     QWidget* const modal = QApplication::activeModalWidget();
-    if (modal == nullptr || modal == m_answered || !modal->isVisible())
+    if (modal == nullptr || modal == m_busyWith || !modal->isVisible() || modal->windowHandle() == nullptr ||
+        !modal->windowHandle()->isExposed())
         return;
-    m_answered = modal;
+    // Posted: what the answer opens in its turn is answered while this one is still under way, and a timer does
+    // not fire inside its own slot.
+    const auto post = [this, modal](auto* dialog) {
+        m_busyWith = modal;
+        QMetaObject::invokeMethod(
+            this,
+            [this, dialog = QPointer(dialog)] {
+                if (dialog != nullptr)
+                    answer(dialog.data());
+                m_busyWith = nullptr;
+            },
+            Qt::QueuedConnection);
+    };
     if (auto* const box = qobject_cast<QMessageBox*>(modal))
-        answer(box);
+        post(box);
     else if (auto* const dialog = qobject_cast<QFileDialog*>(modal))
-        answer(dialog);
+        post(dialog);
 }
 
 void DialogRobot::answer(QMessageBox* box)
 {
-    m_boxes.append({box->windowTitle(), box->text(), box->icon()});
+    if (qobject_cast<QFileDialog*>(box->parentWidget()) != nullptr) {
+        ++m_fileQuestions;
+        QAbstractButton* const yes = box->button(QMessageBox::Yes);
+        QTest::mouseClick(yes != nullptr ? yes : box->buttons().constFirst(), Qt::LeftButton);
+        return;
+    }
+    if (box != m_lastSeen)
+        m_boxes.append(
+            {box->windowTitle(), box->text(), box->icon(), box->parent() != nullptr, box->standardButtons()});
+    m_lastSeen = box;
     QTest::mouseClick(box->buttons().constFirst(), Qt::LeftButton);
 }
 
 void DialogRobot::answer(QFileDialog* dialog)
 {
-    m_fileDialogs.append({dialog->windowTitle(), dialog->nameFilters().join(u'|'),
-                          dialog->directory().absolutePath(),
-                          dialog->acceptMode() == QFileDialog::AcceptSave});
-    if (!m_path) {
+    if (dialog != m_lastSeen) {
+        m_fileDialogs.append(
+            {dialog->windowTitle(), dialog->nameFilters().join(u'|'), dialog->directory().absolutePath(),
+             dialog->acceptMode() == QFileDialog::AcceptSave, dialog->parentWidget(), dialog->options()});
+        if (m_whenChosen)
+            connect(dialog, &QDialog::accepted, this, std::exchange(m_whenChosen, {}));
+    }
+    m_lastSeen = dialog;
+    if (m_paths.isEmpty()) {
         QTest::keyClick(dialog, Qt::Key_Escape);
         return;
     }
     auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    // Only while it has the focus does the dialog take what is typed, and not what is marked in its list.
+    name->setFocus();
     name->clear();
-    QTest::keyClicks(name, *m_path);
-    m_path.reset();
+    name->insert(m_paths.takeFirst());
     QTest::keyClick(name, Qt::Key_Return);
 }

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <QFileDialog>
 #include <QList>
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
-#include <optional>
-
-class QFileDialog;
+#include <functional>
 
 /// Answers the modal boxes and file dialogs of the program while it lives, as a user would: message boxes are
 /// written down and closed with their button, file dialogs get a name typed and accepted.
@@ -24,6 +24,8 @@ public:
         QString title;
         QString text;
         QMessageBox::Icon icon;
+        bool hasParent;
+        QMessageBox::StandardButtons buttons;
     };
 
     /// A file dialog as the user saw it.
@@ -33,15 +35,24 @@ public:
         QString filter;
         QString directory;
         bool isSave;
+        QWidget* parent;
+        QFileDialog::Options options;
     };
 
     DialogRobot();
 
     /// The next file dialog is answered with `path`.
-    void typeFileName(const QString& path) { m_path = path; }
+    void typeFileName(const QString& path) { m_paths = {path}; }
 
-    /// The next file dialog is cancelled, which is also what happens to one that nobody announced.
-    void cancelFileDialog() { m_path.reset(); }
+    /// In the next file dialog these are typed one after the other while it stays open.
+    void typeFileNames(const QStringList& paths) { m_paths = paths; }
+
+    /// The next file dialog is cancelled, which is also what happens to one that nobody announced, or that
+    /// takes none of the names.
+    void cancelFileDialog() { m_paths.clear(); }
+
+    /// Runs `change` in the moment between the user's choice in the next file dialog and the program's answer.
+    void whenFileIsChosen(const std::function<void()>& change) { m_whenChosen = change; }
 
     /// The boxes since the last call, oldest first.
     QList<SeenBox> takeBoxes() { return std::exchange(m_boxes, {}); }
@@ -52,14 +63,20 @@ public:
     /// The file dialogs since the last call, oldest first.
     QList<SeenFileDialog> takeFileDialogs() { return std::exchange(m_fileDialogs, {}); }
 
+    /// How many questions the file dialogs asked since the last call; each was answered with yes.
+    int takeFileQuestions() { return std::exchange(m_fileQuestions, 0); }
+
 private:
     void look();
     void answer(QMessageBox* box);
     void answer(QFileDialog* dialog);
 
     QTimer m_timer;
-    QPointer<QWidget> m_answered;
-    std::optional<QString> m_path;
+    QPointer<QWidget> m_busyWith;
+    QPointer<QWidget> m_lastSeen;
+    QStringList m_paths;
+    std::function<void()> m_whenChosen;
     QList<SeenBox> m_boxes;
     QList<SeenFileDialog> m_fileDialogs;
+    int m_fileQuestions = 0;
 };

@@ -2,9 +2,12 @@
 
 #include "app/csettings.h"
 #include "app/mainwindow.h"
+#include "support/dialogrobot.h"
 #include "support/windowprobe.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QMenu>
@@ -49,10 +52,40 @@ void clickButton(MainWindow& window, const char* name)
     QTest::mouseClick(named<QPushButton>(window, name), Qt::LeftButton);
 }
 
-void showAndStart(MainWindow& window)
+void chooseInCombo(MainWindow& window, const char* name, int index)
+{
+    auto* const combo = named<QComboBox>(window, name);
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QAbstractItemView* const list = combo->view();
+    QVERIFY2(QTest::qWaitFor([list] { return list->isVisible(); }), name);
+    QTest::keyClick(list, Qt::Key_Home);
+    for (int i = 0; i < index; ++i)
+        QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    QCOMPARE(combo->currentIndex(), index);
+}
+
+void openTemplate(MainWindow& window, DialogRobot& robot, const QString& path)
+{
+    robot.typeFileName(path);
+    chooseInMenu(window, "actionOpen");
+}
+
+void saveTemplateAs(MainWindow& window, DialogRobot& robot, const QString& path)
+{
+    robot.typeFileName(path);
+    chooseInMenu(window, "actionSaveAs");
+}
+
+void showWindow(MainWindow& window)
 {
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+}
+
+void showAndStart(MainWindow& window)
+{
+    showWindow(window);
     QTRY_COMPARE(WindowProbe(window).startCountdown(), 0);
 }
 
@@ -82,6 +115,18 @@ QString ProgramDir::write(const QString& name, const QByteArray& bytes) const
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(file.fileName()));
     return file.fileName();
+}
+
+LogWatch::LogWatch(MainWindow& window)
+    : m_window(window)
+    , m_seen(WindowProbe(window).log().size())
+{
+}
+
+QStringList LogWatch::takeNew()
+{
+    const QStringList all = WindowProbe(m_window).log();
+    return all.mid(std::exchange(m_seen, all.size()));
 }
 
 QByteArray bytesOf(const QString& path)

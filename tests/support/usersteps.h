@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+class DialogRobot;
 class MainWindow;
-class QAction;
 
 /// The widget or object of that name; if there is none, the failure lists the names that there are.
 QObject* findNamed(const QObject& parent, const char* className, const QString& name);
@@ -22,6 +22,18 @@ void chooseInMenu(MainWindow& window, const char* actionName);
 
 /// Clicks with the left mouse button in the middle of the button `name`.
 void clickButton(MainWindow& window, const char* name);
+
+/// Unfolds the combo box `name` and picks the entry number `index` there.
+void chooseInCombo(MainWindow& window, const char* name, int index);
+
+/// Chooses "Открыть..." and answers its dialog with `path`.
+void openTemplate(MainWindow& window, DialogRobot& robot, const QString& path);
+
+/// Chooses "Сохранить как..." and answers its dialog with `path`.
+void saveTemplateAs(MainWindow& window, DialogRobot& robot, const QString& path);
+
+/// Shows the window and waits until it is there.
+void showWindow(MainWindow& window);
 
 /// Shows the window and waits until it is there; returns once its timer loops are both running.
 void showAndStart(MainWindow& window);
@@ -43,6 +55,20 @@ public:
 private:
     QString m_before;
     QString m_path;
+};
+
+/// Hands out what a window's log has got since the last look.
+class LogWatch
+{
+public:
+    explicit LogWatch(MainWindow& window);
+
+    /// The lines added since the last call, or since this object was made.
+    QStringList takeNew();
+
+private:
+    MainWindow& m_window;
+    qsizetype m_seen;
 };
 
 /// All bytes of a file; a null array if it cannot be read.

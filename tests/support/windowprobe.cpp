@@ -4,5 +4,6 @@
 
 QStringList WindowProbe::log() const
 {
-    return m_window.findChild<QTextEdit*>(QStringLiteral("teLog"))->toPlainText().split(u'\n');
+    const QString text = m_window.findChild<QTextEdit*>(QStringLiteral("teLog"))->toPlainText();
+    return text.isEmpty() ? QStringList() : text.split(u'\n');
 }

@@ -19,6 +19,10 @@ public:
     int tapeWidth() const { return m_window.tapeWidth; }
     int startCountdown() const { return m_window.startCountdown; }
     bool redrawPending() const { return m_window.redrawPending; }
+
+    /// Asks for the deferred redraw, as an edit of a field does.
+    void requestRedraw() const { m_window.redrawPending = true; }
+
     QString currentFileName() const { return m_window.currentFileName; }
     QStringList kassaNames() const { return m_window.kassaNames; }
     QStringList kassaTapes() const { return m_window.kassaTapes; }
@@ -26,7 +30,7 @@ public:
     QStringList& freeStrings() const { return m_window.freeStrings; }
     QMap<int, QString> blockTitles() const { return m_window.gl.blockTitles; }
 
-    /// The lines of the log.
+    /// The lines of the log; none while it is empty.
     QStringList log() const;
 
 private:
