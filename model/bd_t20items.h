@@ -156,6 +156,9 @@ public:
     int getLineX2X(int block, int line) const;
     int getLineFont(int block, int line) const;
 
+    /// A copy of the leftmost field of the line; a blank record on an empty line.
+    T20Item getLineFirstPole(int block, int line) const;
+
     /// Moves the visible fields of `block` from `line` on one line down. Does nothing without fields or if
     /// the block has no such line. `blocks` is not recomputed.
     void AddLineInBlock(int block, int line);
@@ -209,7 +212,6 @@ private:
     template <typename Visit>
     void forEachItem(Visit visit);
     const T_Line* lineAt(int block, int line) const;
-    int paramOfFirstPole(int block, int line, int T20Item::*param) const;
     void setCatalogueDesc(T20Item& item, int key) const;
     void setFileOrCatalogueDesc(T20Item& item, int key, QStringView column) const;
 };

@@ -1,6 +1,8 @@
 #include "model/bd_t20items.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 void BD_T20Items::T_Line::AddPole(int key)
 {
@@ -78,19 +80,54 @@ void BD_T20Items::ReComputeBDBlocks()
 {
     if (items.isEmpty())
         return;
-    const auto maxRows = ComputeMaxRowInAllBlocks(kBlockCount);
-    blocks.clear();
-    for (const int maxRow : maxRows) {
-        blocks.append(T_SHBlock());
-        blocks.last().CreateBDLines(maxRow + 1);
+    // The records of a large template lie scattered in memory: what follows keeps to what one walk over them
+    // has gathered.
+    struct Place
+    {
+        int key;
+        int block;
+        int line;
+        int x;
+    };
+    QList<Place> places;
+    const auto gather = [&] {
+        places.clear();
+        places.reserve(items.size());
+        forEachItem([&places](int key, const T20Item& item) {
+            if (item.Size > 0 && item.Block >= 0 && item.Block < kBlockCount && item.Line >= 0 &&
+                item.Line <= kLineLimit)
+                places.append({key, item.Block, item.Line, item.X});
+        });
+    };
+    const auto count = items.size();
+    gather();
+    std::array<int, kBlockCount> maxRows{};
+    for (const Place& place : std::as_const(places)) {
+        int& maxRow = maxRows[static_cast<std::size_t>(place.block)];
+        maxRow = std::max(maxRow, place.line);
     }
-    forEachItem([this](int key, const T20Item& item) {
-        if (item.Size > 0 && item.Block >= 0 && item.Block < blocks.size() && item.Line >= 0 &&
-            item.Line < blocks.at(item.Block).lines.size())
-            blocks[item.Block].InsertPole(item.Line, key);
-    });
-    for (auto& block : blocks)
-        block.ComputeParamsForAllLines(this);
+    // Records that were put in for missing keys have moved the last key on, but not the last lines.
+    if (items.size() != count)
+        gather();
+
+    blocks.clear();
+    std::array<QList<int>, kBlockCount> smallestX; // of each line; of no meaning on an empty one
+    for (std::size_t b = 0; b < maxRows.size(); ++b) {
+        blocks.append(T_SHBlock());
+        blocks.last().CreateBDLines(maxRows[b] + 1);
+        smallestX[b].resize(maxRows[b] + 1);
+    }
+    for (const Place& place : std::as_const(places)) {
+        if (place.line >= blocks.at(place.block).lines.size())
+            continue;
+        T_Line& line = blocks[place.block].lines[place.line];
+        int& smallest = smallestX[static_cast<std::size_t>(place.block)][place.line];
+        if (line.firstIdx < 0 || place.x < smallest) {
+            line.firstIdx = static_cast<int>(line.poles.size());
+            smallest = place.x;
+        }
+        line.AddPole(place.key);
+    }
 }
 
 bool BD_T20Items::isCellBLXTaken(int block, int line, int x)
@@ -123,28 +160,27 @@ int BD_T20Items::getLineKolPoley(int block, int line) const
     return found == nullptr ? 0 : static_cast<int>(found->poles.size());
 }
 
-int BD_T20Items::paramOfFirstPole(int block, int line, int T20Item::*param) const
+BD_T20Items::T20Item BD_T20Items::getLineFirstPole(int block, int line) const
 {
     if (!isLineHavePoles(block, line))
-        return 0;
+        return {};
     const T_Line* const found = lineAt(block, line);
-    const auto it = items.constFind(found->poles.at(found->firstIdx));
-    return it == items.constEnd() ? 0 : it.value().*param;
+    return items.value(found->poles.at(found->firstIdx));
 }
 
 int BD_T20Items::getLineX2Y(int block, int line) const
 {
-    return paramOfFirstPole(block, line, &T20Item::X2Y);
+    return getLineFirstPole(block, line).X2Y;
 }
 
 int BD_T20Items::getLineX2X(int block, int line) const
 {
-    return paramOfFirstPole(block, line, &T20Item::X2X);
+    return getLineFirstPole(block, line).X2X;
 }
 
 int BD_T20Items::getLineFont(int block, int line) const
 {
-    return paramOfFirstPole(block, line, &T20Item::Font);
+    return getLineFirstPole(block, line).Font;
 }
 
 void BD_T20Items::AddLineInBlock(int block, int line)

@@ -49,11 +49,11 @@ QString maskRow(const T20Item& item)
                                   number(item.LineGap), number(item.Line), number(item.X), number(item.Size));
     const QString dashes(std::max<qsizetype>(kHeadWidth - head.size(), 0), u'-');
     return head +
-           QStringLiteral(";%1;%2;%3;%4;%5;%6;%7;%8;%9")
+           QStringLiteral(";%1;%2;%3;%4;%5;%6;%7;%8;%9;%10;%11")
                .arg(dashes, number(item.DropIfZero), number(item.PressRight), number(item.Expand),
                     number(item.CutToWidth), number(item.MaskMode), number(item.FractFormat),
-                    number(item.Brightness), number(item.AlignInPole)) +
-           QStringLiteral(";%1;%2").arg(number(item.AlignOnTape), number(item.TailChar)) +
+                    number(item.Brightness), number(item.AlignInPole), number(item.AlignOnTape),
+                    number(item.TailChar)) +
            QStringLiteral(";%1;%2;%3").arg(zeroFiller(item.TailChar), QStringLiteral("0"), item.Desc);
 }
 

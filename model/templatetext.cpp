@@ -5,7 +5,6 @@ TemplateText::TemplateText(const QByteArray& data)
     const auto nul = data.indexOf('\0');
     m_text = QString::fromUtf8(data.constData(), nul < 0 ? data.size() : nul);
 
-    m_lines.reserve(m_text.count(u'\n') + 1);
     qsizetype start = 0;
     qsizetype end = 0;
     do {

@@ -163,14 +163,13 @@ int GUIMaket::ReComputeBDBlocks(bool rebuild)
                 block.lineDY[l] = emptyLineDY;
                 continue;
             }
-            const int font = pBD->getLineFont(b, l);
-            const int mulX = pBD->getLineX2X(b, l) != 0 ? 2 : 1;
-            const int mulY = pBD->getLineX2Y(b, l) != 0 ? 2 : 1;
-            block.lineDY[l] = FontSizeDY(font) * mulY;
-            block.lineDX[l] = FontSizeDX(font) * mulX;
+            const auto first = pBD->getLineFirstPole(b, l);
+            block.lineDY[l] = FontSizeDY(first.Font) * (first.X2Y != 0 ? 2 : 1);
+            block.lineDX[l] = FontSizeDX(first.Font) * (first.X2X != 0 ? 2 : 1);
         }
     }
 
+    blocks[0].baseY = 0;
     for (int b = 1; b < blockCount; ++b)
         blocks[b].baseY = blocks.at(b - 1).baseY + blocks.at(b - 1).getAllBlockDY();
     return 0;

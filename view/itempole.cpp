@@ -70,8 +70,8 @@ void ItemPole::paintText(QPainter* painter) const
     } else if (!poleMono) {
         drawShadowed(painter, 3, mid + 3, poleText.left(kMostCharacters), Qt::darkBlue);
     } else {
-        // Cells beyond the shape are clipped away: a long text need not be walked to its end.
-        for (int i = 0, x = 1; i < poleText.size() && x <= poleW; ++i, x += poleDX)
+        // The shape clips; but no glyph reaches back from this far, so a long text need not be walked to its end.
+        for (int i = 0, x = 1; i < poleText.size() && x <= poleW + kWidest; ++i, x += poleDX)
             drawShadowed(painter, x, mid + 3, poleText.mid(i, 1), Qt::black);
     }
 }

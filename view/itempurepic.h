@@ -3,7 +3,7 @@
 #include <QGraphicsItem>
 #include <QPixmap>
 
-/// A bare picture in the middle of the view, wherever the item stands.
+/// A bare picture, painted centred on a fixed point: 330 right of and 225 below the item's origin.
 class ItemPurePic : public QGraphicsItem
 {
 public:

@@ -104,9 +104,9 @@ void DialogRobot::answer(QFileDialog* dialog)
         return;
     }
     auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    // Only while it has the focus does the dialog take what is typed, and not what is marked in its list.
+    name->setFocus();
     name->clear();
     name->insert(m_paths.takeFirst());
-    const auto accept =
-        dialog->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save : QDialogButtonBox::Open;
-    QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(accept), Qt::LeftButton);
+    QTest::keyClick(name, Qt::Key_Return);
 }

@@ -1,0 +1,53 @@
+#include "bench/measure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr double kNanosecondsPerSecond = 1e9;
+
+double median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace
+
+double secondsOf(const std::function<void()>& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    return elapsed.count();
+}
+
+MeasureTable::MeasureTable()
+{
+    std::printf("%-44s %12s %12s %7s %7s\n", "measure", "subject, ns", "floor, ns", "ratio", "bound");
+}
+
+void MeasureTable::compare(const std::string& name, int rounds, double bound, const TimedWork& subject,
+                           double subjectUnits, const TimedWork& floor, double floorUnits)
+{
+    subject();
+    floor();
+    std::vector<double> subjectTimes;
+    std::vector<double> floorTimes;
+    for (int round = 0; round < rounds; ++round) {
+        subjectTimes.push_back(subject());
+        floorTimes.push_back(floor());
+    }
+    const double subjectTime = median(subjectTimes) / subjectUnits * kNanosecondsPerSecond;
+    const double floorTime = median(floorTimes) / floorUnits * kNanosecondsPerSecond;
+    const double ratio = subjectTime / floorTime;
+    const bool held = ratio <= bound;
+    m_allHeld = m_allHeld && held;
+    std::printf("%-44s %12.1f %12.1f %7.3f %7.2f%s\n", name.c_str(), subjectTime, floorTime, ratio, bound,
+                held ? "" : "  OVER");
+    std::fflush(stdout);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+/// Work that times itself: it prepares, runs what is measured, cleans up, and returns the seconds of the
+/// middle part alone.
+using TimedWork = std::function<double()>;
+
+/// Seconds that `work` takes by the steady clock.
+double secondsOf(const std::function<void()>& work);
+
+/// A table of measures, each of them a ratio of two times that were taken in the same run.
+class MeasureTable
+{
+public:
+    /// Prints the head of the table.
+    MeasureTable();
+
+    /// Runs `subject` and `floor` in turn for `rounds` rounds, after one round that does not count, and prints
+    /// a row with the medians. Both times are divided by their number of units, in nanoseconds. The measure
+    /// holds if the first median is at most `bound` times the second.
+    void compare(const std::string& name, int rounds, double bound, const TimedWork& subject,
+                 double subjectUnits, const TimedWork& floor, double floorUnits);
+
+    /// What `main` returns: 0 if all measures held, else 1.
+    int exitCode() const { return m_allHeld ? 0 : 1; }
+
+private:
+    bool m_allHeld = true;
+};

@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# The main job from end to end, on a virtual screen: walk.sh BUILD_DIR SCREENSHOT_DIR
+set -euo pipefail
+here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+# shellcheck source=tests/end_to_end/walk-lib.sh
+. "$here/walk-lib.sh"
+
+if (($# != 2)); then
+    echo "usage: walk.sh BUILD_DIR SCREENSHOT_DIR" >&2
+    exit 2
+fi
+
+opens_a_sample() {
+    begin_step 'open samples/grocery-80mm.csv from the menu'
+    choose_in_file_menu 'Открыть...'
+    answer_file_dialog 'Выбор файла с шаблоном' samples/grocery-80mm.csv
+    until_true has_tape_width 576
+    until_true has_heading_height 16 20
+    screenshot loaded
+}
+
+turns_headings_off_and_on() {
+    begin_step 'headings off'
+    click btnBlTitlesOnOff
+    until_true has_heading_height 0 3
+    screenshot headings-off
+    begin_step 'headings on again'
+    click btnBlTitlesOnOff
+    until_true has_heading_height 16 20
+}
+
+changes_the_tape() {
+    begin_step 'tape of 44 mm'
+    choose_in_list comboLentaSize 1 3
+    until_true has_tape_width 384
+    screenshot tape-44mm
+    begin_step 'tape of 80 mm again'
+    choose_in_list comboLentaSize 3 3
+    until_true has_tape_width 576
+}
+
+magnifies() {
+    local before
+    begin_step 'scale of 150 %'
+    before=$(picture_of lePolesMasshtab)
+    click btnScaleX20
+    until_true differs_from "$before" lePolesMasshtab
+    until_true has_heading_height 26 30
+    begin_step 'scale of 225 %'
+    before=$(picture_of lePolesMasshtab)
+    click btnScaleX20
+    until_true differs_from "$before" lePolesMasshtab
+    until_true has_heading_height 38 46
+    screenshot scale-225
+}
+
+saves_what_was_opened() {
+    begin_step 'save under a new name, byte by byte what was opened'
+    choose_in_file_menu 'Сохранить как...'
+    answer_file_dialog 'Выбор файла для сохранения' saved.csv
+    until_true cmp -s "$program_folder/saved.csv" "$here/../../samples/grocery-80mm.csv"
+}
+
+leaves() {
+    begin_step 'leave from the menu'
+    choose_in_file_menu 'Выход'
+    program_ends
+}
+
+walk_begin "$2"
+program_folder=$scratch/program
+"$here/../../packaging/stage" "$1" "$program_folder"
+begin_step 'start on a virtual screen'
+start_screen
+start_program "$program_folder/shablonist"
+opens_a_sample
+turns_headings_off_and_on
+changes_the_tape
+magnifies
+saves_what_was_opened
+leaves
+echo "Everything was as it should be. The screenshots are in $shots"
