@@ -103,6 +103,8 @@ QStringList SessionUser::act()
         {1, "drag a field", &SessionUser::dragField},
     };
     m_wrong.clear();
+    const bool isPositionOpen =
+        m_table->indexWidget(m_table->model()->index(kPositionRow, kValueColumn)) != nullptr;
     if (upTo(399) == 0) {
         m_last = QStringLiteral("save and reopen");
         saveAndReopen();
@@ -114,6 +116,9 @@ QStringList SessionUser::act()
         m_last = QString::fromLatin1(action->name);
         (this->*action->run)();
     }
+    // An editor left open is committed by whatever takes the focus.
+    if (isPositionOpen)
+        m_checks.positionWasMoved();
     // Now and then the next thing comes before the window has caught up.
     const bool isChecked = chance(90);
     if (isChecked)
@@ -193,8 +198,6 @@ void SessionUser::leaveEditorOpen()
     QWidget* const editor = openEditor(m_window, row);
     if (editor != nullptr && chance(50))
         changeEditor(editor);
-    // Whatever takes the focus commits it.
-    m_checks.positionWasMoved();
 }
 
 void SessionUser::changeMode()
