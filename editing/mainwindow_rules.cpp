@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int kValueColumn = 1;
-
 // Positions that the search for a free cell tries: up to this one, without it.
 constexpr int kSearchEnd = 100;
 constexpr int kLastPosition = 255;
