@@ -14,7 +14,15 @@ declare -rA WIDGETS=(
     [lePolesMasshtab]='235 107 60 24'
     [btnScaleX20]='300 105 40 28'
     [comboLentaSize]='490 106 60 26'
+    [listWidget]='680 115 351 141'
+    [lePoleDesc]='680 280 351 25'
+    [settingsWidget]='680 310 351 241'
+    [btnSetSetModePoz]='680 550 50 40'
+    [btnSetSetModeView]='730 550 50 40'
+    [btnPoleDel]='920 560 111 28'
 )
+# Of settingsWidget in position mode
+readonly ROW_HEIGHT=25 NAME_WIDTH=170 VALUE_WIDTH=155
 # Place of a line in the menu: how many lines and how many separators stand above it
 declare -rA FILE_MENU=(
     ['Открыть...']='0 0'
@@ -30,7 +38,7 @@ walk_begin() {
     mkdir -p "$shots"
     rm -f "$shots"/*.png
     scratch=$(mktemp -d "$shots/session.XXXXXX")
-    screen_pid='' wm_pid='' program_pid='' step='start' window=''
+    screen_pid='' wm_pid='' program_pid='' step='start' window='' rows_y=0
     trap 'walk_end $?' EXIT
     trap 'exit 129' HUP
     trap 'exit 130' INT
@@ -194,6 +202,29 @@ find_central_widget() {
     central_y=$((top - (height - length) / 2 - y))
 }
 
+# place_of WIDGET: its x, y, width, height; "name N" and "value N" are the cells of row N, from 0, of settingsWidget.
+place_of() {
+    local x y width height row=${1#* }
+    read -r x y width height <<<"${WIDGETS[settingsWidget]}"
+    case $1 in
+    name\ *) echo $((x + 1)) $((rows_y + row * ROW_HEIGHT)) $((NAME_WIDTH - 1)) $((ROW_HEIGHT - 1)) ;;
+    value\ *)
+        echo $((x + 1 + NAME_WIDTH)) $((rows_y + row * ROW_HEIGHT)) $((VALUE_WIDTH - 1)) $((ROW_HEIGHT - 1))
+        ;;
+    *) echo "${WIDGETS[$1]}" ;;
+    esac
+}
+
+# find_rows: where the rows of the property table begin depends on the font of its header. With no cell selected, the
+# first row is the first part of its height that is white, left of the grid.
+find_rows() {
+    local x y width height length top
+    read -r x y width height < <(place_of settingsWidget)
+    read -r length top < <(bitmap $((x + NAME_WIDTH + 140)) $((central_y + y)) 8 "$height" | longest_run_down ffffff)
+    rows_y=$((y + top))
+    ((length == ROW_HEIGHT - 1))
+}
+
 click_at() {
     xdotool mousemove --window "$1" "$2" "$3" click 1
 }
@@ -201,8 +232,16 @@ click_at() {
 # click WIDGET: its middle.
 click() {
     local x y width height
-    read -r x y width height <<<"${WIDGETS[$1]}"
+    read -r x y width height < <(place_of "$1")
     click_at "$window" $((x + width / 2)) $((central_y + y + height / 2))
+}
+
+# double_click WIDGET: its middle.
+double_click() {
+    local x y width height
+    read -r x y width height < <(place_of "$1")
+    xdotool mousemove --window "$window" $((x + width / 2)) $((central_y + y + height / 2)) \
+        click --repeat 2 --delay 50 1
 }
 
 # choose_in_file_menu TEXT
@@ -242,6 +281,18 @@ answer_file_dialog() {
     until_true is_gone "$dialog"
 }
 
+# open_file NAME
+open_file() {
+    choose_in_file_menu 'Открыть...'
+    answer_file_dialog 'Выбор файла с шаблоном' "$1"
+}
+
+# save_file_as NAME
+save_file_as() {
+    choose_in_file_menu 'Сохранить как...'
+    answer_file_dialog 'Выбор файла для сохранения' "$1"
+}
+
 # bitmap X Y WIDTH HEIGHT: pixels of the main window, one line of text for each row, as "rrggbb rrggbb …"
 bitmap() {
     local row=$((($3 * 3 + 3) / 4 * 4))
@@ -259,24 +310,31 @@ longest_run_down() {
         END { print best + 0, start + 0 }'
 }
 
-# longest_run_across RRGGBB: length of the longest run of this colour within a row.
+# longest_run_across RRGGBB: length of the longest run of this colour within a row, its start and its row.
 longest_run_across() {
     awk -v colour="$1" '
         { run = 0
-          for (i = 1; i <= NF; i++) { run = $i == colour ? run + 1 : 0; if (run > best) best = run } }
-        END { print best + 0 }'
+          for (i = 1; i <= NF; i++) {
+              run = $i == colour ? run + 1 : 0
+              if (run > best) { best = run; start = i - run; row = NR - 1 } } }
+        END { print best + 0, start + 0, row + 0 }'
 }
 
 # picture_of WIDGET: a number that changes with its pixels.
 picture_of() {
     local x y width height
-    read -r x y width height <<<"${WIDGETS[$1]}"
+    read -r x y width height < <(place_of "$1")
     maim -u -w "$window" -g "${width}x$height+$x+$((central_y + y))" -f bmp | cksum
 }
 
 # differs_from PICTURE WIDGET
 differs_from() {
     [[ $(picture_of "$2") != "$1" ]]
+}
+
+# looks_like PICTURE WIDGET
+looks_like() {
+    [[ $(picture_of "$2") == "$1" ]]
 }
 
 # until_settled: two looks at the whole screen, one shortly after the other, see the same.
@@ -294,17 +352,30 @@ same_as_last_look() {
     }
 }
 
-# tape_width: dots between the edges of the tape, seen at 100 %: the dark blue top edge.
-tape_width() {
-    local x y width height
+# has_tape_width DOTS: the dark blue top edge of the tape, seen at 100 %, has this length. It sets tape_x and tape_y,
+# the place of the edge's start in the window.
+has_tape_width() {
+    local x y width height seen start row
     read -r x y width height <<<"${WIDGETS[graphicsView_1]}"
-    bitmap "$x" $((central_y + y)) "$width" 8 | longest_run_across 000080
+    read -r seen start row < <(bitmap "$x" $((central_y + y)) "$width" 8 | longest_run_across 000080)
+    tape_x=$((x + start)) tape_y=$((central_y + y + row))
+    ((seen >= $1 && seen <= $1 + 2))
 }
 
-has_tape_width() {
-    local seen
-    seen=$(tape_width)
-    ((seen >= $1 && seen <= $1 + 2))
+# pick X Y: a click on this point of the tape.
+pick() {
+    until_true has_tape_width 576
+    click_at "$window" $((tape_x + $1)) $((tape_y + $2))
+}
+
+# has_colour X Y RRGGBB
+has_colour() {
+    has_tape_width 576 && [[ $(bitmap $((tape_x + $1)) $((tape_y + $2)) 1 1) == "$3" ]]
+}
+
+# has_not_colour X Y RRGGBB
+has_not_colour() {
+    has_tape_width 576 && [[ $(bitmap $((tape_x + $1)) $((tape_y + $2)) 1 1) != "$3" ]]
 }
 
 # heading_height: dots of the highest light grey bar that crosses the middle of the tape.

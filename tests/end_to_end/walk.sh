@@ -4,6 +4,8 @@ set -euo pipefail
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 # shellcheck source=tests/end_to_end/walk-lib.sh
 . "$here/walk-lib.sh"
+# shellcheck source=tests/end_to_end/walk-editing.sh
+. "$here/walk-editing.sh"
 
 if (($# != 2)); then
     echo "usage: walk.sh BUILD_DIR SCREENSHOT_DIR" >&2
@@ -12,8 +14,7 @@ fi
 
 opens_a_sample() {
     begin_step 'open samples/grocery-80mm.csv from the menu'
-    choose_in_file_menu 'Открыть...'
-    answer_file_dialog 'Выбор файла с шаблоном' samples/grocery-80mm.csv
+    open_file samples/grocery-80mm.csv
     until_true has_tape_width 576
     until_true has_heading_height 16 20
     screenshot loaded
@@ -39,6 +40,12 @@ changes_the_tape() {
     until_true has_tape_width 576
 }
 
+saves_what_was_opened() {
+    begin_step 'save under a new name, byte by byte what was opened'
+    save_file_as saved.csv
+    until_true cmp -s "$program_folder/saved.csv" "$here/../../samples/grocery-80mm.csv"
+}
+
 magnifies() {
     local before
     begin_step 'scale of 150 %'
@@ -52,13 +59,6 @@ magnifies() {
     until_true differs_from "$before" lePolesMasshtab
     until_true has_heading_height 38 46
     screenshot scale-225
-}
-
-saves_what_was_opened() {
-    begin_step 'save under a new name, byte by byte what was opened'
-    choose_in_file_menu 'Сохранить как...'
-    answer_file_dialog 'Выбор файла для сохранения' saved.csv
-    until_true cmp -s "$program_folder/saved.csv" "$here/../../samples/grocery-80mm.csv"
 }
 
 leaves() {
@@ -76,7 +76,8 @@ start_program "$program_folder/shablonist"
 opens_a_sample
 turns_headings_off_and_on
 changes_the_tape
-magnifies
 saves_what_was_opened
+edits_fields
+magnifies
 leaves
 echo "Everything was as it should be. The screenshots are in $shots"
