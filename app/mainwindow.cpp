@@ -139,7 +139,8 @@ void MainWindow::LogAddDbg(const QString& text)
 {
     // The log is plain text, whatever a line may look like.
     if (Qt::mightBeRichText(text))
-        ui->teLog->append(text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>")));
+        ui->teLog->append(QLatin1String("<span style=\"white-space: pre-wrap\">") + text.toHtmlEscaped() +
+                          QLatin1String("</span>"));
     else
         ui->teLog->append(text);
 }

@@ -15,7 +15,6 @@
 #include <span>
 
 class QGraphicsItem;
-class QGraphicsOpacityEffect;
 class QGraphicsProxyWidget;
 class QLabel;
 class QPushButton;
@@ -258,7 +257,7 @@ private:
     int tapeWidth = 576; ///< in dots: 384, 432 or 576
     int curType = 0;
     int setMode = 1;          ///< 1: positions, 2: view
-    int selectionTickMs = 50; ///< pause between two turns of the selection loop
+    int selectionTickMs = 50; ///< pause between two turns of the selection loop; tests shorten it
     int tableForm = 0;        ///< counts the fillings of the property table
     int startCountdown = 10;
     bool closing = false;

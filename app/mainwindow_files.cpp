@@ -71,6 +71,7 @@ void MainWindow::LoadFileData(const QByteArray& bytes)
         } else {
             ui->teLog->append(tr("Не распознан формат!"));
             bd.Clear();
+            endPick();
             msgBoxWarnOK(tr("Не удалось распознать формат файла!\nВозможно это не файл шаблона!"));
         }
     }

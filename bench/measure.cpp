@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -49,5 +48,20 @@ void MeasureTable::compare(const std::string& name, int rounds, double bound, co
     m_allHeld = m_allHeld && held;
     std::printf("%-44s %12.1f %12.1f %7.3f %7.2f%s\n", name.c_str(), subjectTime, floorTime, ratio, bound,
                 held ? "" : "  OVER");
+    std::fflush(stdout);
+}
+
+void MeasureTable::report(const std::string& name, int rounds, const TimedWork& work, double units)
+{
+    work();
+    std::vector<double> times;
+    for (int round = 0; round < rounds; ++round)
+        times.push_back(work());
+    report(name, times, units);
+}
+
+void MeasureTable::report(const std::string& name, const std::vector<double>& times, double units)
+{
+    std::printf("%-44s %12.1f\n", name.c_str(), median(times) / units * kNanosecondsPerSecond);
     std::fflush(stdout);
 }

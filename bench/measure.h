@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 /// Work that times itself: it prepares, runs what is measured, cleans up, and returns the seconds of the
 /// middle part alone.
@@ -22,6 +23,12 @@ public:
     /// holds if the first median is at most `bound` times the second.
     void compare(const std::string& name, int rounds, double bound, const TimedWork& subject,
                  double subjectUnits, const TimedWork& floor, double floorUnits);
+
+    /// Runs `work` as above and prints a row with its median, which has no bound.
+    void report(const std::string& name, int rounds, const TimedWork& work, double units);
+
+    /// The same for times in seconds that have been taken.
+    void report(const std::string& name, const std::vector<double>& times, double units);
 
     /// What `main` returns: 0 if all measures held, else 1.
     int exitCode() const { return m_allHeld ? 0 : 1; }

@@ -17,7 +17,11 @@ public:
             if (number != m_shown)
                 m_isClamped = false;
         });
-        connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_isClamped = false; });
+        // An emptied editor goes back to what it has shown, which nobody has typed.
+        connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+            if (!text.isEmpty())
+                m_isClamped = false;
+        });
     }
 
     /// Shows `number`, or the nearest one in range.

@@ -7,12 +7,17 @@ void MainWindow::makeFilteredPoleyList(QStringList& out)
 {
     out.clear();
     const auto n = static_cast<int>(bd.items.size());
+    out.reserve(n);
     const bool isCaseSensitive = ui->btnFiltrRegistr->isChecked();
     QString filter = ui->lePolesFilterStr->text();
     if (!isCaseSensitive)
         filter = filter.toUpper();
-    for (int key = 1; key <= n; ++key) {
-        const auto& item = bd.getPoleByKey(key);
+    auto it = bd.items.lowerBound(1);
+    for (int key = 1; key <= n; ++key, ++it) {
+        // A missing key gets a blank record, as everywhere.
+        if (it == bd.items.end() || it.key() != key)
+            it = bd.items.insert(it, key, {});
+        const auto& item = it.value();
         if (!ui->btnFiltrShowAll->isChecked() && item.Size > 0)
             continue;
         if (ui->chbFilter->isChecked()) {
@@ -70,16 +75,20 @@ void MainWindow::on_listWidget_itemSelectionChanged()
             isOnScene = true;
         }
     }
-    if (isOnScene)
+    if (isOnScene) {
+        // The field picked in the list before gives way, even to the one that the loop knows as selected.
+        if (curKey != 0)
+            prevItemGone = true;
+        listPicked = false;
         return;
+    }
 
     curKey = key;
-    if (curItem != nullptr) {
-        // Set first: the item below is no longer the selected one.
-        QGraphicsItem* const before = curItem;
+    // The loop may not have taken yet what is selected.
+    if (curItem != nullptr || !scene.selectedItems().isEmpty()) {
         curItem = nullptr;
         listPicked = true;
-        before->setSelected(false);
+        scene.clearSelection();
     }
     if (key >= 1 && key <= bd.items.size()) {
         ui->lePoleDesc->setText(bd.getPoleByKey(key).Desc);

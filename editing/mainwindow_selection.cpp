@@ -8,6 +8,8 @@
 #include <QGraphicsProxyWidget>
 #include <QTimer>
 
+#include <utility>
+
 namespace {
 
 constexpr unsigned int kAllBlocks = 0xFFFF;
@@ -25,13 +27,13 @@ void MainWindow::timerTick()
         return;
     const auto selected = scene.selectedItems();
     QGraphicsItem* const single = selected.size() == 1 ? selected.constFirst() : nullptr;
+    // A pick in the list has changed the selection, which is not the user's doing.
+    const bool isListPick = std::exchange(listPicked, false);
     // A new item may stand at the address of one that a rebuild has deleted.
     if (single != prevItem || prevItemGone) {
         prevItem = single;
         prevItemGone = false;
-        if (listPicked)
-            listPicked = false;
-        else
+        if (!isListPick)
             takeSelection(single);
         changeSettingTableBtnsOnOff();
     }

@@ -111,7 +111,7 @@ QString MainWindow::shownText(const PropertyRow& row, int value)
     case PropertyRow::Editor::Character:
         return charText(value);
     default:
-        return (gl.*row.texts).value(value);
+        return (gl.*row.texts).value(static_cast<unsigned char>(value));
     }
 }
 
@@ -126,8 +126,7 @@ void MainWindow::putTableValue(int row, const PropertyRow& property, int value)
         setTableItem(row, kValueColumn, byte, true);
         break;
     default:
-        // The text goes by the whole number, of which the value role keeps the low byte.
-        putTableItem(new QTableWidgetItem(shownText(property, value)), row, kValueColumn, byte);
+        setTableItem(row, kValueColumn, gl.*property.texts, byte);
         break;
     }
 }

@@ -9,8 +9,8 @@ class BD_T20Items;
 /// The geometry of the tape: where each block and line stands, in scene units.
 ///
 /// One scene unit is one printer dot at scale 100%. Blocks follow each other downward without gaps; line 0 of
-/// a block is the place of its heading, print lines count from 1. A block or line that does not exist has
-/// height and cell width 0 and base -1.
+/// a block is the place of its heading, print lines count from 1. A block that does not exist, or a line
+/// beyond its last, has height and cell width 0 and base -1.
 class GUIMaket
 {
 public:

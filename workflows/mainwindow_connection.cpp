@@ -8,7 +8,6 @@ namespace {
 
 constexpr int kStartTickMs = 100;
 constexpr int kStatusTickMs = 200;
-constexpr int kSelectionStartMs = 50;
 
 } // namespace
 
@@ -24,7 +23,7 @@ void MainWindow::timerTickSlow()
         }
         QTimer::singleShot(kStartTickMs, this, SLOT(timerTickSlow()));
         if (startCountdown == 0)
-            QTimer::singleShot(kSelectionStartMs, this, SLOT(timerTick()));
+            QTimer::singleShot(selectionTickMs, this, SLOT(timerTick()));
         return;
     }
     ui->btnFreeStrEditor->setEnabled(!freeStrings.isEmpty());

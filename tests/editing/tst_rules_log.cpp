@@ -49,6 +49,7 @@ private slots:
     void withoutAFieldNothingIsLogged();
     void headingsAndLinesLogNoChange();
     void fieldOfTheListGoesBeforeTheTape();
+    void quickPicksInTheListEndWithTheLast();
     void manyChangesShareOneRedraw();
     void descriptionsAreShownAsTheyStand();
 
@@ -268,6 +269,42 @@ void tst_RulesLog::fieldOfTheListGoesBeforeTheTape()
     bench.type(2, QStringLiteral("50"));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("3.X 0>50")});
     QCOMPARE(bench.outcome().log.count(kCleared), 1);
+}
+
+void tst_RulesLog::quickPicksInTheListEndWithTheLast()
+{
+    auto& bench = m_bench.get();
+    const QString one = QStringLiteral("Один: поле");
+    const QString two = QStringLiteral("Два: поле");
+    const QString spare = QStringLiteral("Запас: поле");
+    bench.open({{.x = 7, .desc = one}, {.x = 30, .desc = two}, unplaced(spare)});
+    clickButton(bench.window(), "btnFiltrShowAll");
+    const auto pickQuickly = [&](const QStringList& texts) {
+        for (const auto& text : texts)
+            pickInList(bench.window(), text);
+        bench.settle();
+    };
+    const auto probe = bench.probe();
+
+    pickQuickly({one});
+    pickQuickly({spare, two});
+    QCOMPARE(probe.curKey(), 0);
+    QCOMPARE(probe.curItem(), poleItem(bench.window(), 2));
+
+    // Back to the one that the loop has seen last.
+    pickQuickly({spare, two});
+    QCOMPARE(probe.curKey(), 0);
+    QCOMPARE(probe.curItem(), poleItem(bench.window(), 2));
+    QCOMPARE(valueCell(bench.window(), 2)->text(), QStringLiteral("30"));
+
+    pickQuickly({one, spare});
+    QCOMPARE(probe.curKey(), 3);
+    QVERIFY(probe.scene().selectedItems().isEmpty());
+
+    // What is picked on the tape after that is taken like any other.
+    bench.pick(1);
+    QCOMPARE(probe.curKey(), 0);
+    clickButton(bench.window(), "btnFiltrShowAll");
 }
 
 void tst_RulesLog::manyChangesShareOneRedraw()

@@ -48,7 +48,8 @@ QGraphicsItem* lineItem(MainWindow& window, int block, int line)
 
 QGraphicsItem* headerItem(MainWindow& window, int block)
 {
-    return findItem(window, ItemBlockHeader::Type, [=](auto* item) { return item->data(1).toInt() == block; });
+    return findItem(window, ItemBlockHeader::Type,
+                    [=](auto* item) { return item->data(1).toInt() == block; });
 }
 
 QPoint visiblePoint(MainWindow& window, QGraphicsItem* item)
@@ -95,7 +96,8 @@ void pickInList(MainWindow& window, const QString& text)
     if (found.isEmpty())
         qFatal("the list has no line %s", qPrintable(text));
     list->scrollToItem(found.constFirst());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found.constFirst()).center());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(found.constFirst()).center());
 }
 
 QTableWidget* propertyTable(MainWindow& window)
