@@ -101,18 +101,22 @@ MainWindow::MainWindow(QWidget* parent)
 
     for (QLabel* const label : {lblStatusIcon, lblStatusDriver, lblStatusDevice})
         ui->statusBar->addWidget(label, 0);
+    // What a device says is plain text.
+    lblStatusDriver->setTextFormat(Qt::PlainText);
+    lblStatusDevice->setTextFormat(Qt::PlainText);
 
     closing = false;
     startCountdown = 10;
     QTimer::singleShot(kFirstTickMs, this, SLOT(timerTickSlow()));
 
-    lblStatusIcon->setPixmap(QPixmap(QStringLiteral(":/images/err2424r.png")));
-    lblStatusDriver->setText(tr("Драйвер НЕ загружен!"));
+    loadDriver();
+    CheckOrSetConnection(true);
 }
 
 MainWindow::~MainWindow()
 {
     closing = true;
+    keepChangedPort();
     // The pending single shots fire here and find `closing` set.
     QElapsedTimer wait;
     wait.start();

@@ -12,6 +12,8 @@
 #include <QTextDecoder>
 #include <QTextEncoder>
 
+#include <json/value.h>
+
 #include <span>
 
 class QGraphicsItem;
@@ -30,10 +32,11 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Builds the window in its not-loaded state and starts the timer loops.
+    /// Builds the window in its not-loaded state, starts the timer loops, loads the driver and tries the connection;
+    /// goes on without either.
     explicit MainWindow(QWidget* parent = nullptr);
 
-    /// Stops the timer loops, which takes half a second.
+    /// Keeps a port that was changed in the driver's dialog, and stops the timer loops, which takes half a second.
     ~MainWindow() override;
     Q_DISABLE_COPY_MOVE(MainWindow)
 
@@ -62,6 +65,8 @@ private slots:
     void on_actionSave_triggered();
     void on_actionSaveAs_triggered();
     void on_actionExit_triggered();
+    void on_actionIOSettings_triggered();
+    void on_actionFreePort_triggered();
     void on_actionDnLoad_triggeredOld();
     void on_actionAbout_triggered();
 
@@ -221,6 +226,24 @@ private:
     /// Fills the list and the title of its box anew.
     void updateFilterOut();
 
+    // Device.
+    /// Loads the driver from the program's folder and shows its state.
+    void loadDriver();
+    /// Asks the device for its state, at the start with the settings file first. True if the device is ready for an
+    /// exchange; failures are told in a box, except for those of the start that the user did not ask for.
+    bool CheckOrSetConnection(bool applySettings);
+    /// Reads settings.json, or writes a new one in its place, and hands it to the driver.
+    bool applyPortSettings();
+    void logNoConnection();
+    /// The words for the state that a failed connection has left.
+    QString connectionFailure() const;
+    /// What the status bar says about the device.
+    QString deviceStatusText() const;
+    /// Writes settings.json if the driver reports another port.
+    void keepChangedPort();
+    /// Reads a JSON file: 0, 11 if it cannot be opened, 12 if it cannot be parsed; both are logged.
+    int JsonFileReadAndParse(const QString& fileName, Json::Value& root);
+
     // Device models.
     /// Fills the model lists with the built-in table.
     void FillDefaultKassaList();
@@ -235,6 +258,7 @@ private:
     QStringList kassaNames;
     QStringList kassaTapes;
     QList<int> kassaCodes;
+    Json::Value ioSettings; ///< content of settings.json, null until it was read
     GUIMaket maket;
     BD_T20Items bd;
     QGraphicsScene scene;

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QDebug>
+#include <QLibrary>
+#include <QString>
+
+/// A library with a driver in it: exports the functions "Create" + module + "Interface", which makes an interface
+/// `T` of a version, and "Release" + module + "Interface". Unloads the library when it goes.
+template <typename T>
+class KRDLibrary : public QLibrary
+{
+public:
+    using CreateFunction = T* (*)(int version);
+    using ReleaseFunction = void (*)(T** instance);
+
+    /// Loads nothing yet.
+    KRDLibrary(const QString& fileName, const QString& moduleName)
+        : QLibrary(fileName)
+        , createName("Create" + moduleName + "Interface")
+        , releaseName("Release" + moduleName + "Interface")
+    {
+        setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    }
+    ~KRDLibrary() override { unload(); }
+    Q_DISABLE_COPY_MOVE(KRDLibrary)
+
+    /// Loads the library and finds the two functions; false unless all of that worked.
+    bool load()
+    {
+        if (!QLibrary::load()) {
+            qDebug().noquote() << QLibrary::tr("<%1> load error [%2]").arg(fileName(), errorString());
+            return false;
+        }
+        if (!isLoaded())
+            return false;
+        create = reinterpret_cast<CreateFunction>(resolve(createName.toLatin1().constData()));
+        release = reinterpret_cast<ReleaseFunction>(resolve(releaseName.toLatin1().constData()));
+        return isUsable();
+    }
+
+    /// Loaded, and both functions are there.
+    bool isUsable() const { return isLoaded() && create && release; }
+
+    CreateFunction createFunction() const { return create; }
+
+    /// Null if the library is not usable or does not know the version.
+    T* CoCreateInstance(int version) const { return isUsable() ? create(version) : nullptr; }
+
+    void CoReleaseInstance(T** instance) const
+    {
+        if (isUsable())
+            release(instance);
+    }
+
+private:
+    CreateFunction create = nullptr;
+    ReleaseFunction release = nullptr;
+    QString createName;
+    QString releaseName;
+};
