@@ -193,16 +193,7 @@ void MainWindow::on_actionAbout_triggered()
                      tr("Редактор шаблонов чека для контрольно-кассовой техники.\nВсе права защищены."));
 }
 
-void MainWindow::on_btnDbgClear_clicked()
-{
-    ui->teLog->clear();
-}
-
 void MainWindow::on_actionDnLoad_triggeredOld() {}
-
-void MainWindow::on_btnDbgUploadJson_clicked() {}
-
-void MainWindow::on_btnDbgDnload_clicked() {}
 
 void MainWindow::LoadLib() {}
 

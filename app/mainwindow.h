@@ -14,6 +14,7 @@
 
 #include <json/value.h>
 
+#include <functional>
 #include <span>
 
 class QGraphicsItem;
@@ -22,8 +23,15 @@ class QLabel;
 class QPushButton;
 class QTableWidget;
 class QTableWidgetItem;
+class QLumFpax;
 class Ui_MainWindow;
+class dlgDnLoad;
 struct PropertyRow;
+struct TlvRecord;
+
+namespace LUM::Fpax {
+class IFpax;
+}
 
 /// The window of the program. All commands are its members; each theme of them has a source of its own in the
 /// folder of the subsystem that owns it.
@@ -68,6 +76,11 @@ private slots:
     void on_actionIOSettings_triggered();
     void on_actionFreePort_triggered();
     void on_actionDnLoad_triggeredOld();
+    void on_actionDnLoad_triggered();
+    void on_actionUpLoad_triggered();
+    void on_actionPrintTestChek_triggered();
+    void on_actionFreeStrEditor_triggered();
+    void on_btnFreeStrEditor_clicked();
     void on_actionAbout_triggered();
 
     // Timer loops: single shots that arm themselves again.
@@ -104,6 +117,11 @@ private slots:
     void on_comboKassa_currentIndexChanged(int index);
 
     // Console.
+    void on_lePolesFilterStr_returnPressed();
+    void on_btnDbgCmdCall_clicked();
+    void on_btnDbgLoadFile_clicked();
+    void on_btnDbgSaveJson_clicked();
+    void on_btnDbgDnload_2_clicked();
     void on_btnDbgClear_clicked();
     void on_btnDbgUploadJson_clicked();
     void on_btnDbgDnload_clicked();
@@ -244,7 +262,58 @@ private:
     /// Reads a JSON file: 0, 11 if it cannot be opened, 12 if it cannot be parsed; both are logged.
     int JsonFileReadAndParse(const QString& fileName, Json::Value& root);
 
+    // Template table of the device.
+    /// The value of parameter `index`, from 1, in the digits of a record; 0 where there is none.
+    static int ParseTLVParam(int index, const QString& v);
+    /// Replaces the fields by those of the records of one sub-table; the check and the redraw are the caller's.
+    void LoadFromJsonTLVSubTable(Json::Value& rows, int subTable);
+    /// Takes name, mask and mandatory flag from the digits of a row's head.
+    void takeRowHead(const QString& v, BD_T20Items::T20Item& item);
+    /// Stores the field whose last parameter has come.
+    void completeField(BD_T20Items::T20Item& item, int counter, int rowKey);
+    /// Writes the records with `fpax`, leaving lines about each in `log`.
+    void DvcIOWriteTLV20(QLumFpax& fpax, Json::Value& rows, QStringList& log);
+    static void logRecordWrite(QLumFpax& fpax, const TlvRecord& record, QStringList& log);
+    /// Makes the records of the template and, with `toFile`, writes them to tablestlv.json.
+    void SaveToJsonFileTLVSubTable(int subTable, bool toFile);
+    /// Reads tablestlv.json and takes over its fields.
+    void LoadFromJsonFileTLVSubTableOld(int subTable);
+
+    // Free lines.
+    /// Decodes hexadecimal digits of code page 866.
+    void RecodeStrsFromBAToUtf(const QString& hex, QString& out, bool flag);
+    /// Replaces the free lines by those of tables.json; a failure leaves none.
+    void LoadFromJsonFileFreeStr();
+    void SaveToJsonFileFreeStr();
+    void RunFreeStrEditor();
+
+    // Exchange with the device.
+    /// Runs `transfer` on a worker thread while `dialog` shows its progress; gives its result.
+    static int runTransfer(dlgDnLoad& dialog, const QString& title, const std::function<int()>& transfer);
+    // The words for results, and a report made of them.
+    static QString templateReport(int result);
+    static QString savedFreeLinesReport(int result);
+    static void addReport(QString& report, const QString& text);
+
+    // Console.
+    void saveLog();
+    void saveExport(int result, const QStringList& rows, const QString& name, const QString& done);
+    void dumpFields();
+    void dumpBlocks();
+    void dumpLayout();
+    void dumpMasks();
+    /// Checks driver and port with a driver object of its own.
+    void checkDriver();
+    void logDriverNotLoaded(const QString& reason);
+    /// The check itself; `driver` may be null. `whenConnected` runs while the port is open.
+    void checkDriverObject(LUM::Fpax::IFpax* driver, const std::function<void()>& release,
+                           const std::function<void(QLumFpax&)>& whenConnected);
+    void logDriverSettings(QLumFpax& fpax);
+    void changeDriverSettings(QLumFpax& fpax);
+
     // Device models.
+    /// Follows the model that the device reports.
+    void ConnectedModelChange(int model);
     /// Fills the model lists with the built-in table.
     void FillDefaultKassaList();
     /// Reads the model lists from kassa.csv; a file that cannot be read leaves them alone.

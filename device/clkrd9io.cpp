@@ -32,12 +32,7 @@ int clKRD9IO::initDriver(const QString& driverPath, const QString& /*appPath*/, 
         strOut = tr("Ошибка загрузки библиотеки %1\n%2").arg(library->fileName(), library->errorString());
         return notLoaded;
     }
-    try {
-        if (library->isUsable())
-            driverIface = library->createFunction()(LUM::Fpax::kInterfaceVersion);
-    } catch (...) { // a driver that throws has no interface for us
-        driverIface = nullptr;
-    }
+    driverIface = library->CoCreateInstance(LUM::Fpax::kInterfaceVersion);
     if (!driverIface) {
         strOut = tr("\"%1\" не совместим с данной версией драйвера").arg(QCoreApplication::applicationName());
         return notUsable;

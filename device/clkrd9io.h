@@ -54,6 +54,23 @@ public:
     int releasePort();
     /// Prints the closing report of the shift. 0 or 255.
     int closeSession();
+
+    // Tables and receipts.
+    /// Reads sub-table `n` of the template table into `tlvTable`, a head and its parameter groups for each row; a row
+    /// that the device refuses ends the table. `n` becomes the row at which the reading stopped. 0, or 255 after a
+    /// failure of the driver: `tlvTable` then keeps what was read so far. Runs on any thread.
+    int readTableTLV(int& n);
+    /// Sends the records of `rows`, except for heads; one that the device refuses is lost in silence. 0, or 255 after
+    /// a failure that is none of the device's. Runs on any thread.
+    int writeTableTLV(Json::Value& rows);
+    /// Reads the free lines. 0, or 255 if the device could not be prepared or left programming mode with an error.
+    int readTable21(QStringList& lines);
+    /// Writes the free lines to the rows from 1 up. 0; 1 if a row failed, 255 after any other failure.
+    int writeTable21(const QStringList& lines);
+    /// Switches the template and prints a fixed receipt with it; `log` gets a line for each step. 0 when the receipt
+    /// was closed, 255 on failure. Ends the process if the device does not enter programming mode.
+    int printReceipt(int templateNumber, bool fieldNineteen, QStringList& log);
+
     /// One step in the log of a long operation.
     void pulse(QStringList& log, const QString& text);
 
@@ -79,13 +96,22 @@ public:
     Json::Value tlvTable;  ///< rows of table 20 as records
 
 signals:
+    /// A transfer of the template table gets on; `value` is its progress as the operation counts it.
     void updateProgressValue(int value);
+    /// A transfer of the template table has ended, well or not.
     void progressEnd();
 
 private:
     QLumFpax& fpax();
     void readDevice();
     QString unitVersion();
+    bool readRow(int subTable, int row);
+    void prepareTables();
+    void cancelOpenReceipt(QStringList& log);
+    void switchTemplate(int templateNumber, bool fieldNineteen);
+    void openReceipt(QStringList& log);
+    void writeReceiptTag(int number, const QString& value);
+    void registerPositions();
 };
 
 /// The one session; made before `main`, destroyed after it.

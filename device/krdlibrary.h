@@ -41,10 +41,15 @@ public:
     /// Loaded, and both functions are there.
     bool isUsable() const { return isLoaded() && create && release; }
 
-    CreateFunction createFunction() const { return create; }
-
-    /// Null if the library is not usable or does not know the version.
-    T* CoCreateInstance(int version) const { return isUsable() ? create(version) : nullptr; }
+    /// Null if the library is not usable or has no interface of this version.
+    T* CoCreateInstance(int version) const
+    {
+        try {
+            return isUsable() ? create(version) : nullptr;
+        } catch (...) { // a library that throws has no interface for us
+            return nullptr;
+        }
+    }
 
     void CoReleaseInstance(T** instance) const
     {

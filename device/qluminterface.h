@@ -45,6 +45,11 @@ public:
 
     int setInt(int (T::*set)(int), int value) { return raiseError((driver()->*set)(value)); }
     int setBool(int (T::*set)(int), bool value) { return setInt(set, value ? 1 : 0); }
+    int setDouble(int (T::*set)(double), double value) { return raiseError((driver()->*set)(value)); }
+    int setText(int (T::*set)(const wchar_t*), const QString& text)
+    {
+        return raiseError((driver()->*set)(toWide(text).constData()));
+    }
     int execMethod(int (T::*method)()) { return raiseError((driver()->*method)()); }
 
     /// The text that `get` gives, of any length; empty if there is nothing to read.

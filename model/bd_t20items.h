@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <json/value.h>
+
 #include <array>
 
 /// The template of a receipt: its fields by key, the catalogue of field names, and the blocks and lines that
@@ -197,6 +199,28 @@ public:
     /// Writes the masks with a header row. Returns 0, or 1 for an empty store, which has no header either.
     int ExportMaskList(QStringList& rows) const;
 
+    // Rows of the device's table 20.
+
+    /// Appends the records of all fields to the array `out`, four for each key: parameters 1 to 6, 7 to 12, 13 to 18
+    /// and 19. Returns 0, or 1 for an empty store.
+    int SaveAsJsonV01(Json::Value& out, int subTable);
+
+    /// Appends one record with the six members of a row of the device.
+    static void SaveAsJsonV01SaveRecord(Json::Value& out, int t, int s, int r, int p1, int p2,
+                                        const QString& v);
+
+    // Hexadecimal texts of a record; only the low byte of each number is used.
+    /// The six bytes in front of the parameters; `row` counts from 0, `length` is in bytes.
+    static QString getStartStr(unsigned short first, unsigned short last, unsigned short row,
+                               unsigned short length);
+    /// The fourteen bytes of one parameter.
+    static QString getStdParamStr(unsigned short tag, unsigned short bits, unsigned short value);
+    // The parameters of one record; a missing key is inserted blank.
+    QString getParamsStr0106(int key);
+    QString getParamsStr0712(int key);
+    QString getParamsStr1318(int key);
+    QString getParamsStr1919(int key);
+
     /// Checks every key from 1 to `items.size()` and puts one line into `messages` for each finding.
     ///
     /// With `fix` a placement out of range is reported as corrected and is no error; the store keeps its
@@ -211,6 +235,7 @@ public:
 private:
     template <typename Visit>
     void forEachItem(Visit visit);
+    QString paramsText(int key, std::size_t first, std::size_t last);
     const T_Line* lineAt(int block, int line) const;
     void setCatalogueDesc(T20Item& item, int key) const;
     void setFileOrCatalogueDesc(T20Item& item, int key, QStringView column) const;

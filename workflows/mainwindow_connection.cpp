@@ -3,6 +3,7 @@
 
 #include "app/csettings.h"
 #include "device/clkrd9io.h"
+#include "device/guarded.h"
 #include "device/jsonfile.h"
 #include "device/utiljson.h"
 
@@ -25,17 +26,6 @@ const char* const kConnectionError = QT_TRANSLATE_NOOP("MainWindow", "Ошибк
 QString settingsPath()
 {
     return Settings.pathApp + "/" + "settings.json";
-}
-
-/// The result of `operation`, or `failure` if a driver lets an exception of its own out of it.
-template <typename Operation>
-int guarded(int failure, Operation operation)
-{
-    try {
-        return operation();
-    } catch (...) {
-        return failure;
-    }
 }
 
 bool writeDefaultSettings(const QString& path)

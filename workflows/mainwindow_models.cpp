@@ -81,3 +81,20 @@ void MainWindow::on_comboKassa_currentIndexChanged(int index)
     }
     msgBoxWarnOK(tr("Неизвестная ширина ленты!"));
 }
+
+void MainWindow::ConnectedModelChange(int model)
+{
+    if (model <= 0)
+        return;
+    const int i = ui->comboKassa->currentIndex();
+    if (i < 0 || i >= kassaCodes.size() || kassaCodes.at(i) == model)
+        return;
+    LogAddDbg(tr("ConnectedModelChanged cur=%1 new=%2").arg(kassaCodes.at(i)).arg(model));
+    const auto index = static_cast<int>(kassaCodes.indexOf(model));
+    if (index < 0) {
+        LogAddDbg(tr("ConnectedModelChanged newModelIdxNotFound!"));
+        return;
+    }
+    LogAddDbg(tr("ConnectedModelChanged newModel: %1").arg(kassaNames.at(index)));
+    ui->comboKassa->setCurrentIndex(index);
+}

@@ -1,0 +1,73 @@
+#include "device/clkrd9io.h"
+
+using LUM::Fpax::IFpax;
+
+namespace {
+
+constexpr int kModeProgramming = 4;
+
+constexpr int kFreeLineTable = 21;
+constexpr int kTextField = 1;
+constexpr int kTextType = 1;
+
+/// A device that refuses no row at all is not asked for ever.
+constexpr int kLastRow = 65535;
+
+} // namespace
+
+/// Opens the port and enters programming mode. Throws Exception.
+void clKRD9IO::prepareTables()
+{
+    fpax().setInt(&IFpax::setDeviceEnabled, 1);
+    fpax().setInt(&IFpax::setMode, kModeProgramming);
+    fpax().execMethod(&IFpax::enterMode);
+}
+
+int clKRD9IO::readTable21(QStringList& lines)
+{
+    try {
+        lines.clear();
+        prepareTables();
+        try {
+            fpax().setInt(&IFpax::setTableNumber, kFreeLineTable);
+            for (int row = 1; row <= kLastRow; ++row) {
+                fpax().setInt(&IFpax::setRowNumber, row);
+                fpax().setInt(&IFpax::setFieldNumber, kTextField);
+                fpax().setInt(&IFpax::setFieldType, kTextType);
+                if (fpax().execMethod(&IFpax::readTableField) < 0)
+                    break;
+                lines.append(fpax().getBuff(&IFpax::getCaption));
+            }
+        } catch (const Exception&) { // the row behind the last one
+        }
+        fpax().execMethod(&IFpax::resetMode);
+    } catch (...) {
+        return kDriverError;
+    }
+    return kDone;
+}
+
+int clKRD9IO::writeTable21(const QStringList& lines)
+{
+    constexpr int rowFailed = 1;
+    try {
+        prepareTables();
+        try {
+            fpax().setInt(&IFpax::setTableNumber, kFreeLineTable);
+            fpax().setInt(&IFpax::setFieldNumber, kTextField);
+            for (int i = 1; i <= lines.size(); ++i) {
+                fpax().setInt(&IFpax::setRowNumber, i);
+                const QString text = QString::fromUtf8(lines.at(i - 1).toUtf8().constData());
+                fpax().setText(&IFpax::setCaption, text);
+                fpax().setInt(&IFpax::setFieldType, kTextType);
+                fpax().execMethod(&IFpax::writeTableField);
+            }
+        } catch (const Exception&) {
+            fpax().execMethod(&IFpax::resetMode);
+            return rowFailed;
+        }
+    } catch (...) {
+        return kDriverError;
+    }
+    return kDone;
+}

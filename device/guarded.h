@@ -1,0 +1,13 @@
+#pragma once
+
+/// The result of `operation`, or `failure` if a driver lets an exception of its own out of it: that must not end the
+/// program.
+template <typename Operation>
+int guarded(int failure, Operation operation)
+{
+    try {
+        return operation();
+    } catch (...) {
+        return failure;
+    }
+}
