@@ -23,13 +23,20 @@ declare -rA WIDGETS=(
 )
 # Of settingsWidget in position mode
 readonly ROW_HEIGHT=25 NAME_WIDTH=170 VALUE_WIDTH=155
-# Place of a line in the menu: how many lines and how many separators stand above it
-declare -rA FILE_MENU=(
-    ['Открыть...']='0 0'
-    ['Сохранить']='1 0'
-    ['Сохранить как...']='2 0'
-    ['Свойства']='3 1'
-    ['Выход']='4 2'
+# Places of the commands: which menu of the bar, how many lines and how many separators stand above the line in it,
+# how many it has in all
+declare -rA MENUS=(
+    ['Открыть...']='0 0 0 5 2'
+    ['Сохранить']='0 1 0 5 2'
+    ['Сохранить как...']='0 2 0 5 2'
+    ['Свойства']='0 3 1 5 2'
+    ['Выход']='0 4 2 5 2'
+    ['Настройка соединения']='1 0 0 5 2'
+    ['Освободить порт']='1 1 0 5 2'
+    ['Прочитать из кассы']='1 2 1 5 2'
+    ['Загрузить в кассу']='1 3 1 5 2'
+    ['Тестовый чек']='1 4 2 5 2'
+    ['Редактировать']='2 0 0 1 0'
 )
 
 # walk_begin FOLDER: screenshots go to FOLDER; whatever is started from here on ends with the script.
@@ -244,16 +251,21 @@ double_click() {
         click --repeat 2 --delay 50 1
 }
 
-# choose_in_file_menu TEXT
-choose_in_file_menu() {
-    local lines separators line_height before
-    read -r lines separators <<<"${FILE_MENU[$1]}"
+# choose_in_menu TEXT: opens the first menu and walks on to the right one.
+choose_in_menu() {
+    local menu lines separators all_lines all_separators line_height before
+    read -r menu lines separators all_lines all_separators <<<"${MENUS[$1]}"
     before=$(program_windows)
     click_at "$window" 20 $((central_y / 2))
     until_true find_window_beside "$before"
+    while ((menu-- > 0)); do
+        local last=$found_window
+        xdotool key Right
+        until_true find_window_beside "$before $last"
+    done
     until_settled
     size_of "$found_window"
-    line_height=$(((window_height - 6) / 5))
+    line_height=$(((window_height - 2 - 2 * all_separators) / all_lines))
     click_at "$found_window" 40 $((1 + lines * line_height + separators * 2 + line_height / 2))
     until_true is_gone "$found_window"
 }
@@ -283,13 +295,13 @@ answer_file_dialog() {
 
 # open_file NAME
 open_file() {
-    choose_in_file_menu 'Открыть...'
+    choose_in_menu 'Открыть...'
     answer_file_dialog 'Выбор файла с шаблоном' "$1"
 }
 
 # save_file_as NAME
 save_file_as() {
-    choose_in_file_menu 'Сохранить как...'
+    choose_in_menu 'Сохранить как...'
     answer_file_dialog 'Выбор файла для сохранения' "$1"
 }
 
@@ -395,7 +407,12 @@ has_heading_height() {
 
 # screenshot NAME: the whole window with its frame, once nothing moves in it.
 screenshot() {
+    screenshot_of "$window" "$1"
+}
+
+# screenshot_of WINDOW NAME
+screenshot_of() {
     until_settled
-    size_of "$window"
-    maim -u -w "$window" -g "$((window_width + 10))x$((window_height + 24))+-5+-19" "$shots/$1.png"
+    size_of "$1"
+    maim -u -w "$1" -g "$((window_width + 10))x$((window_height + 24))+-5+-19" "$shots/$2.png"
 }

@@ -6,6 +6,8 @@ here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 . "$here/walk-lib.sh"
 # shellcheck source=tests/end_to_end/walk-editing.sh
 . "$here/walk-editing.sh"
+# shellcheck source=tests/end_to_end/walk-device.sh
+. "$here/walk-device.sh"
 
 if (($# != 2)); then
     echo "usage: walk.sh BUILD_DIR SCREENSHOT_DIR" >&2
@@ -63,16 +65,18 @@ magnifies() {
 
 leaves() {
     begin_step 'leave from the menu'
-    choose_in_file_menu 'Выход'
+    choose_in_menu 'Выход'
     program_ends
 }
 
 walk_begin "$2"
 program_folder=$scratch/program
-"$here/../../packaging/stage" "$1" "$program_folder"
+"$here/../../packaging/stage" --emulator "$1" "$program_folder"
 begin_step 'start on a virtual screen'
 start_screen
 start_program "$program_folder/shablonist"
+is_connected
+looks_at_the_connection
 opens_a_sample
 turns_headings_off_and_on
 changes_the_tape
