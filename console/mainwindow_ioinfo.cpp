@@ -46,6 +46,7 @@ void MainWindow::on_btnDbgLoadFile_clicked()
     bd.SaveAsJsonV01(rows, 1);
 
     QLibrary library(driverPath());
+    const bool isLoadedElsewhere = library.isLoaded();
     const auto create = reinterpret_cast<LUM::Fpax::CreateFunction*>(library.resolve("CreateFpaxInterface"));
     const auto release =
         reinterpret_cast<LUM::Fpax::ReleaseFunction*>(library.resolve("ReleaseFpaxInterface"));
@@ -69,7 +70,8 @@ void MainWindow::on_btnDbgLoadFile_clicked()
     };
     checkDriverObject(
         driver, [release, &driver] { release(&driver); }, writeTemplate);
-    library.unload();
+    if (!isLoadedElsewhere)
+        library.unload();
 }
 
 void MainWindow::logDriverNotLoaded(const QString& reason)

@@ -27,6 +27,7 @@ int clKRD9IO::initDriver(const QString& driverPath, const QString& /*appPath*/, 
     // Nothing may point into a former library once it is unloaded.
     fpaxWrapper.reset();
     driverIface = nullptr;
+    library.reset();
     library.reset(new KRDLibrary<IFpax>(driverPath, QStringLiteral("Fpax")));
     if (!library->load()) {
         strOut = tr("Ошибка загрузки библиотеки %1\n%2").arg(library->fileName(), library->errorString());

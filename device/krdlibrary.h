@@ -5,7 +5,7 @@
 #include <QString>
 
 /// A library with a driver in it: exports the functions "Create" + module + "Interface", which makes an interface
-/// `T` of a version, and "Release" + module + "Interface". Unloads the library when it goes.
+/// `T` of a version, and "Release" + module + "Interface". Unloads what it has loaded when it goes.
 template <typename T>
 class KRDLibrary : public QLibrary
 {
@@ -18,10 +18,16 @@ public:
         : QLibrary(fileName)
         , createName("Create" + moduleName + "Interface")
         , releaseName("Release" + moduleName + "Interface")
+        , isLoadedElsewhere(isLoaded())
     {
         setLoadHints(QLibrary::ResolveAllSymbolsHint);
     }
-    ~KRDLibrary() override { unload(); }
+    ~KRDLibrary() override
+    {
+        // A loader that met the library loaded has no share in it: its unload() would take it from the one that has.
+        if (!isLoadedElsewhere)
+            unload();
+    }
     Q_DISABLE_COPY_MOVE(KRDLibrary)
 
     /// Loads the library and finds the two functions; false unless all of that worked.
@@ -62,4 +68,5 @@ private:
     ReleaseFunction release = nullptr;
     QString createName;
     QString releaseName;
+    bool isLoadedElsewhere;
 };

@@ -8,19 +8,23 @@ void MainWindow::makeFilteredPoleyList(QStringList& out)
     out.clear();
     const auto n = static_cast<int>(bd.items.size());
     out.reserve(n);
+    // Nothing in the walk lets the user at the buttons: one look at them serves all keys.
+    const bool isAllShown = ui->btnFiltrShowAll->isChecked();
+    const bool isFiltered = ui->chbFilter->isChecked();
     const bool isCaseSensitive = ui->btnFiltrRegistr->isChecked();
     QString filter = ui->lePolesFilterStr->text();
     if (!isCaseSensitive)
         filter = filter.toUpper();
     auto it = bd.items.lowerBound(1);
+    const auto end = bd.items.end();
     for (int key = 1; key <= n; ++key, ++it) {
         // A missing key gets a blank record, as everywhere.
-        if (it == bd.items.end() || it.key() != key)
+        if (it == end || it.key() != key)
             it = bd.items.insert(it, key, {});
         const auto& item = it.value();
-        if (!ui->btnFiltrShowAll->isChecked() && item.Size > 0)
+        if (!isAllShown && item.Size > 0)
             continue;
-        if (ui->chbFilter->isChecked()) {
+        if (isFiltered) {
             const QString desc = isCaseSensitive ? item.Desc : item.Desc.toUpper();
             if (!desc.contains(filter))
                 continue;
@@ -33,9 +37,12 @@ void MainWindow::updateFilterOut()
 {
     QStringList list;
     makeFilteredPoleyList(list);
-    ui->listWidget->clear();
+    // Clearing resets the view, even where there is nothing to clear.
+    if (ui->listWidget->count() > 0)
+        ui->listWidget->clear();
     ui->listWidget->insertItems(ui->listWidget->count(), list);
-    ui->grBoxFilter->setTitle(tr("Фильтр полей [%1 из %2]").arg(list.size()).arg(bd.items.size()));
+    ui->grBoxFilter->setTitle(
+        tr("Фильтр полей [%1 из %2]").arg(QString::number(list.size()), QString::number(bd.items.size())));
 }
 
 void MainWindow::on_chbFilter_stateChanged(int /*arg1*/)

@@ -15,10 +15,16 @@ constexpr int kEmptyLineCell = 30;
 constexpr int kLostFieldCell = 5;
 constexpr int kLineButtonSize = 24;
 
+// Halvings of the scene by the index of its items. Each rebuild fells the index: a deeper one costs more to grow
+// than it saves until then.
+constexpr int kIndexDepth = 4;
+
 QPushButton* makeLineButton(const QString& text)
 {
     auto* const button = new QPushButton(text);
     button->setFixedSize(kLineButtonSize, kLineButtonSize);
+    // Else the proxy shows it first, with all that a first showing takes.
+    button->hide();
     return button;
 }
 
@@ -28,6 +34,9 @@ void MainWindow::rebuildView()
 {
     curItem = nullptr;
     prevItemGone = prevItem != nullptr;
+    scene.setBspTreeDepth(kIndexDepth);
+    // Nothing stays, so no item need report where it was.
+    scene.update();
     scene.clear();
     scene.setBackgroundBrush(Qt::white);
     LogAddDbg(tr("Scene cleared!"));

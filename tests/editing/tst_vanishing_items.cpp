@@ -6,8 +6,11 @@
 #include <QGraphicsView>
 #include <QListWidget>
 #include <QPointer>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+
+#include <utility>
 
 namespace {
 
@@ -17,6 +20,43 @@ QWidget* viewportOf(EditingSession& session)
 {
     return named<QGraphicsView>(session.window, "graphicsView_1")->viewport();
 }
+
+/// Moves the pointer to `at` of the viewport, coming from the side.
+void movePointer(EditingSession& session, const QPoint& at)
+{
+    for (const QPoint& point : {at + QPoint(40, 2), at + QPoint(1, 0), at})
+        QTest::mouseMove(viewportOf(session), point);
+}
+
+/// Redraws the tape, in a turn of the selection loop or at once, without the pointer.
+void redraw(EditingSession& session, bool isSlow)
+{
+    if (isSlow)
+        session.probe.requestRedraw();
+    else
+        named<QPushButton>(session.window, "btnRedraw")->click();
+    waitForLoop(session);
+}
+
+/// Counts the moves of the pointer that reach a widget.
+class MoveCounter : public QObject
+{
+public:
+    explicit MoveCounter(QWidget* widget) { widget->installEventFilter(this); }
+
+    /// The moves since the last call.
+    int take() { return std::exchange(m_count, 0); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseMove)
+            ++m_count;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    int m_count = 0;
+};
 
 } // namespace
 
@@ -28,7 +68,10 @@ private slots:
     void listIsFilledAnewUnderItsCurrentLine();
     void clickOnTheListCommitsTheSizeFirst();
     void itemDiesWhileItIsDragged();
+    void itemDiesUnderThePointer_data();
     void itemDiesUnderThePointer();
+    void lineButtonDiesUnderThePointer_data();
+    void lineButtonDiesUnderThePointer();
     void lineButtonDiesWhileItIsPressed();
 };
 
@@ -114,23 +157,76 @@ void tst_VanishingItems::itemDiesWhileItIsDragged()
     }
 }
 
+void tst_VanishingItems::itemDiesUnderThePointer_data()
+{
+    QTest::addColumn<bool>("isSlow");
+    QTest::newRow("redraw of the loop") << true;
+    QTest::newRow("redraw at once") << false;
+}
+
 void tst_VanishingItems::itemDiesUnderThePointer()
 {
+    QFETCH(const bool, isSlow);
     EditingSession session(workFields());
     const auto before = session.records();
-    pickItem(session.window, lineItem(session.window, 1, 2));
-    auto* const view = named<QGraphicsView>(session.window, "graphicsView_1");
-    for (QGraphicsItem* const item : {poleItem(session.window, 7), lineItem(session.window, 1, 3),
-                                      static_cast<QGraphicsItem*>(session.lineButton(QStringLiteral("-")))}) {
-        const QPoint at = view->mapFromScene(item->sceneBoundingRect().center());
-        QTest::mouseMove(view->viewport(), at);
-        QTest::mouseMove(view->viewport(), at + QPoint(1, 0));
+    MoveCounter moves(viewportOf(session));
+    const auto items = [&session] {
+        return QList<QGraphicsItem*>{poleItem(session.window, 7), lineItem(session.window, 1, 3),
+                                     headerItem(session.window, 0), headerItem(session.window, 6)};
+    };
+    for (qsizetype i = 0; i < items().size(); ++i) {
+        QGraphicsItem* const item = items().at(i);
+        const QPoint at = visiblePoint(session.window, item);
+        movePointer(session, at);
+        QVERIFY(moves.take() >= 2);
+        QVERIFY(item->isUnderMouse());
+        redraw(session, isSlow);
+        // Its successor takes the pointer over, and the next moves and clicks.
+        QVERIFY(items().at(i)->isUnderMouse());
+        movePointer(session, at);
+        QVERIFY(moves.take() >= 2);
+        pickItem(session.window, items().at(i));
     }
-    session.probe.requestRedraw();
-    waitForLoop(session);
-    QTest::mouseMove(view->viewport(), QPoint(60, 60));
-    QTest::mouseMove(view->viewport(), QPoint(62, 60));
-    pickPole(session.window, 7);
+    QCOMPARE(session.changesSince(before), QStringList());
+    checkTableTellsTheTruth(session);
+}
+
+void tst_VanishingItems::lineButtonDiesUnderThePointer_data()
+{
+    itemDiesUnderThePointer_data();
+}
+
+void tst_VanishingItems::lineButtonDiesUnderThePointer()
+{
+    QFETCH(const bool, isSlow);
+    EditingSession session(workFields());
+    const auto before = session.records();
+    auto* const view = named<QGraphicsView>(session.window, "graphicsView_1");
+    for (const auto& text : {QStringLiteral("+"), QStringLiteral("-")}) {
+        pickItem(session.window, lineItem(session.window, 1, 2));
+        const QPointer<QGraphicsProxyWidget> proxy(session.lineButton(text));
+        view->ensureVisible(proxy);
+        const QPoint at = view->mapFromScene(proxy->sceneBoundingRect().center());
+        movePointer(session, at);
+        QVERIFY(proxy->isUnderMouse());
+        // The scene has let the button know.
+        QTRY_VERIFY(proxy->widget()->underMouse());
+        const QPointer<QWidget> button(proxy->widget());
+        redraw(session, isSlow);
+        QVERIFY(proxy.isNull());
+        QVERIFY(button.isNull());
+
+        // The new one stands there only with the next selection, and it works.
+        movePointer(session, at);
+        QVERIFY(!session.lineButton(text)->isVisible());
+        pickItem(session.window, lineItem(session.window, 1, 2));
+        QCOMPARE(view->mapFromScene(session.lineButton(text)->sceneBoundingRect().center()), at);
+        movePointer(session, at);
+        QTRY_VERIFY(session.lineButton(text)->widget()->underMouse());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
+        waitForLoop(session);
+        QCOMPARE(session.probe.maket().getBlockKolLines(1), text == u"+" ? 6 : 5);
+    }
     QCOMPARE(session.changesSince(before), QStringList());
     checkTableTellsTheTruth(session);
 }

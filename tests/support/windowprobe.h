@@ -20,6 +20,15 @@ public:
     int startCountdown() const { return m_window.startCountdown; }
     bool redrawPending() const { return m_window.redrawPending; }
 
+    /// What the window takes for the selected field; 0 if there is none.
+    int keyOfSelectedPole() const { return m_window.getKeyPlForSelectedPole(); }
+
+    /// Puts the property table into a mode, also into one that no button gives.
+    void setTableMode(int mode) const { m_window.setMode = mode; }
+
+    /// Makes `key` the field picked in the list, whatever is selected on the scene.
+    void setCurKey(int key) const { m_window.curKey = key; }
+
     /// Asks for the deferred redraw, as an edit of a field does.
     void requestRedraw() const { m_window.redrawPending = true; }
 

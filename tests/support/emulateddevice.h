@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QLibrary>
+#include <QString>
+#include <QStringList>
+
+/// How an operation of the driver fails.
+enum class Failure {
+    Coded,     ///< negative status and a result code
+    Codeless,  ///< negative status, no result code
+    Pretended, ///< reports success without doing its work
+    Standard,  ///< a standard exception leaves it
+    Foreign,   ///< a number is thrown out of it
+};
+
+/// The emulator in a folder, where a session finds it as the driver, with a new device that no files belong to; and a
+/// hand on that device. The folder is the emulator's home meanwhile.
+class EmulatedDevice
+{
+public:
+    explicit EmulatedDevice(const QString& folder);
+    ~EmulatedDevice();
+    Q_DISABLE_COPY_MOVE(EmulatedDevice)
+
+    /// What a session loads: no prefix, no suffix.
+    QString driverPath() const { return m_folder + QStringLiteral("/fpax"); }
+    /// Takes the driver's file out of the folder.
+    void remove();
+
+    QJsonObject state() { return control({{"cmd", "get"}}).toObject(); }
+    void set(const QJsonObject& state);
+    /// Takes the state that the files of the folder hold, and keeps it there from now on.
+    void reload() { control({{"cmd", "reload"}}); }
+
+    /// Sets fault rules; calls count from 1 again.
+    void setFaults(const QJsonArray& rules);
+    void dropFaults() { setFaults({}); }
+    /// The `n`-th call from now on fails, whatever it is.
+    void failCall(int n, Failure failure);
+    /// Each call of this operation fails from now on.
+    void fail(const QString& operation, Failure failure);
+
+    /// Starts to write down the calls.
+    void watch();
+    /// The calls since then or since the last look, with their arguments: `setMode(4)`, `getSingleSetting("Port", 4096)`.
+    QStringList takeCalls();
+
+private:
+    QJsonValue control(const QJsonObject& command);
+
+    QString m_folder;
+    QString m_file;
+    QLibrary m_library;
+};
+
+/// What the failing operations report as their description.
+extern const char* const kFailureText;
+/// And their result code.
+constexpr int kFailureCode = -1000;
+
+/// The name of a call: `setMode` of `setMode(4)`.
+QString operationOf(const QString& call);
