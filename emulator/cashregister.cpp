@@ -10,7 +10,6 @@ constexpr int kFirmwareUnit = 145;
 constexpr int kTemplateUnit = 160;
 /// The last firmware that holds no templates as a unit of its own.
 constexpr int kLastBuildWithoutTemplateUnit = 3128;
-constexpr int kClosingReport = 1;
 
 bool isKnownMode(int number)
 {
@@ -25,9 +24,13 @@ void CashRegister::setState(const DeviceState& state)
     m_changed = true;
 }
 
-bool CashRegister::takeChanged()
+bool CashRegister::takeChanged(bool withTemplates)
 {
-    return std::exchange(m_changed, false);
+    if (!m_changed && !(withTemplates && m_templatesChanged))
+        return false;
+    m_changed = false;
+    m_templatesChanged = false;
+    return true;
 }
 
 Outcome CashRegister::link() const
@@ -69,71 +72,9 @@ Outcome CashRegister::resetMode()
     return Outcome::ok();
 }
 
-Outcome CashRegister::openReceipt(int type)
+QList<Print> CashRegister::takePrints()
 {
-    if (m_state.mode != mode::kRegistration)
-        return Outcome::refused(code::kWrongMode);
-    if (m_state.receiptState != 0)
-        return Outcome::refused(code::kReceiptOpen);
-    if (type != 1)
-        return Outcome::badParameter(1, QString("Тип чека %1").arg(type));
-    if (m_state.shiftOpen && m_state.shiftExpired)
-        return Outcome::refused(code::kShiftTooLong);
-    if (!m_state.shiftOpen) {
-        m_state.shiftOpen = true;
-        m_state.shiftExpired = false;
-        ++m_state.counters.shifts;
-    }
-    m_state.receiptState = type;
-    m_changed = true;
-    return Outcome::ok();
-}
-
-Outcome CashRegister::receiptStep() const
-{
-    if (m_state.mode != mode::kRegistration)
-        return Outcome::refused(code::kWrongMode);
-    return m_state.receiptState == 0 ? Outcome::refused(code::kNoReceipt) : Outcome::ok();
-}
-
-Outcome CashRegister::closeReceipt()
-{
-    const Outcome step = receiptStep();
-    if (!step.isOk())
-        return step;
-    m_state.receiptState = 0;
-    ++m_state.counters.receipts;
-    ++m_state.counters.documents;
-    m_changed = true;
-    return Outcome::ok();
-}
-
-// A receipt left open, by a power cut for one, can be annulled whatever the mode.
-Outcome CashRegister::cancelReceipt()
-{
-    if (m_state.receiptState == 0)
-        return Outcome::refused(m_state.mode == mode::kClosingReports || m_state.mode == mode::kProgramming
-                                    ? code::kWrongMode
-                                    : code::kNoReceipt);
-    m_state.receiptState = 0;
-    ++m_state.counters.annulled;
-    m_changed = true;
-    return Outcome::ok();
-}
-
-Outcome CashRegister::makeReport(int type)
-{
-    if (m_state.mode != mode::kClosingReports)
-        return Outcome::refused(code::kWrongMode);
-    if (type != kClosingReport)
-        return Outcome::badParameter(1, QString("Тип отчёта %1").arg(type));
-    if (!m_state.shiftOpen)
-        return Outcome::refused(code::kShiftClosed);
-    m_state.shiftOpen = false;
-    m_state.shiftExpired = false;
-    ++m_state.counters.documents;
-    m_changed = true;
-    return Outcome::ok();
+    return std::exchange(m_prints, {});
 }
 
 void CashRegister::applySettings(const QMap<QString, QString>& settings)

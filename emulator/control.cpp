@@ -32,7 +32,7 @@ QByteArray setState(Emulator& emulator, const QJsonValue& members)
     DeviceState state = emulator.device().state();
     state.apply(members.toObject());
     emulator.device().setState(state);
-    emulator.save();
+    emulator.save(Emulator::SaveTime::Now);
     return done();
 }
 
@@ -60,6 +60,7 @@ QByteArray control(Emulator& emulator, const QByteArray& command)
     const QJsonObject object = QJsonDocument::fromJson(command).object();
     const QString name = object.value("cmd").toString();
     const auto guard = emulator.lock();
+    emulator.save(Emulator::SaveTime::Now);
     if (name == "reset") {
         emulator.reset();
         return done();

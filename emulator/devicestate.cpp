@@ -2,6 +2,10 @@
 
 #include "emulator/jsonread.h"
 
+#include <QJsonArray>
+
+#include <algorithm>
+
 namespace emulator {
 
 namespace {
@@ -9,24 +13,38 @@ namespace {
 constexpr int kMaxNumber = 0x7FFFFFFF;
 constexpr int kMaxLatencyMs = 60000;
 constexpr int kMaxLineLength = 255;
+constexpr qint64 kMaxKopecks = 1'000'000'000'000'000;
+constexpr int kMaxTemplate = 0x3F;
 
-QJsonObject toJson(const Counters& counters)
+QJsonObject countersToJson(const Counters& counters)
 {
     return {{"shifts", counters.shifts},
             {"receipts", counters.receipts},
             {"annulled", counters.annulled},
-            {"documents", counters.documents}};
+            {"documents", counters.documents},
+            {"shiftReceipts", counters.shiftReceipts},
+            {"shiftTotal", counters.shiftTotal},
+            {"grandTotal", counters.grandTotal}};
 }
 
-void apply(const QJsonObject& object, Counters& counters)
+void readKopecks(const QJsonObject& object, const QString& key, qint64& target)
+{
+    if (object.value(key).isDouble())
+        target = std::clamp<qint64>(object.value(key).toInteger(), 0, kMaxKopecks);
+}
+
+void readCounters(const QJsonObject& object, Counters& counters)
 {
     readInt(object, "shifts", 0, kMaxNumber, counters.shifts);
     readInt(object, "receipts", 0, kMaxNumber, counters.receipts);
     readInt(object, "annulled", 0, kMaxNumber, counters.annulled);
     readInt(object, "documents", 0, kMaxNumber, counters.documents);
+    readInt(object, "shiftReceipts", 0, kMaxNumber, counters.shiftReceipts);
+    readKopecks(object, "shiftTotal", counters.shiftTotal);
+    readKopecks(object, "grandTotal", counters.grandTotal);
 }
 
-QJsonObject toJson(const QMap<QString, QString>& settings)
+QJsonObject settingsToJson(const QMap<QString, QString>& settings)
 {
     QJsonObject object;
     for (auto it = settings.begin(); it != settings.end(); ++it)
@@ -74,8 +92,13 @@ QJsonObject DeviceState::toJson() const
             {"mode", mode},
             {"connected", connected},
             {"latencyMs", latencyMs},
-            {"counters", emulator::toJson(counters)},
-            {"settings", emulator::toJson(settings)}};
+            {"counters", countersToJson(counters)},
+            {"settings", settingsToJson(settings)},
+            {"receipt", receipt.toJson()},
+            {"table20", templateTableToJson(templates)},
+            {"table21", QJsonArray::fromStringList(freeLines)},
+            {"activeTemplate", activeTemplate},
+            {"parameterGroup", parameterGroup}};
 }
 
 void DeviceState::apply(const QJsonObject& object)
@@ -97,9 +120,17 @@ void DeviceState::apply(const QJsonObject& object)
     readInt(object, "mode", 0, kMaxNumber, mode);
     readBool(object, "connected", connected);
     readInt(object, "latencyMs", 0, kMaxLatencyMs, latencyMs);
-    emulator::apply(object.value("counters").toObject(), counters);
+    readCounters(object.value("counters").toObject(), counters);
     if (object.value("settings").isObject())
         settings = settingsFromJson(object.value("settings").toObject());
+    if (object.value("receipt").isObject())
+        receipt = Receipt::fromJson(object.value("receipt").toObject());
+    if (object.value("table20").isObject())
+        templates = templateTableFromJson(object.value("table20").toObject());
+    if (object.value("table21").isArray())
+        freeLines = object.value("table21").toVariant().toStringList();
+    readInt(object, "activeTemplate", 0, kMaxTemplate, activeTemplate);
+    readInt(object, "parameterGroup", 1, kParamCount, parameterGroup);
 }
 
 QList<KnownModel> knownModels()

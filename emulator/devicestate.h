@@ -1,8 +1,13 @@
 #pragma once
 
+#include "emulator/factorytemplates.h"
+#include "emulator/receipt.h"
+#include "emulator/templatetable.h"
+
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 namespace emulator {
 
@@ -31,6 +36,10 @@ struct Counters
     int receipts = 0;
     int annulled = 0;
     int documents = 0;
+    /// Receipts of the shift, and their money in kopecks.
+    int shiftReceipts = 0;
+    qint64 shiftTotal = 0;
+    qint64 grandTotal = 0;
 
     bool operator==(const Counters&) const = default;
 };
@@ -56,6 +65,15 @@ struct DeviceState
     Counters counters;
     /// Settings of the driver as they were last applied.
     QMap<QString, QString> settings;
+    Receipt receipt;
+    /// Table 20, the templates.
+    TemplateTable templates = factoryTemplates();
+    /// Table 21, the free lines.
+    QStringList freeLines = factoryFreeLines();
+    /// Table 2, row 1, field 111: the template that receipts are printed by. 0 stands for the first.
+    int activeTemplate = 1;
+    /// Most parameters that one answer to a raw command holds.
+    int parameterGroup = 6;
 
     QString description() const;
     UnitVersion firmwareVersion() const;

@@ -10,12 +10,17 @@ namespace emulator {
 namespace {
 
 const char* const kStateFile = "fpax_state.json";
+const char* const kPaperFolder = "fpax_paper";
 const char* const kFaultFile = "fpax_faults.json";
 
 } // namespace
 
 Emulator::Emulator() = default;
-Emulator::~Emulator() = default;
+
+Emulator::~Emulator()
+{
+    save(SaveTime::Now);
+}
 
 Emulator& Emulator::instance()
 {
@@ -58,10 +63,16 @@ CashRegister& Emulator::device()
     return m_device;
 }
 
-void Emulator::save()
+void Emulator::save(SaveTime time)
 {
-    if (m_device.takeChanged() && !m_folder.isEmpty())
+    const bool changed = m_device.takeChanged(time == SaveTime::Now);
+    const QList<Print> prints = m_device.takePrints();
+    if (m_folder.isEmpty())
+        return;
+    if (changed)
         writeObject(filePath(kStateFile), m_device.state().toJson());
+    for (const Print& print : prints)
+        writePrint(print, filePath(kPaperFolder));
 }
 
 void Emulator::reset()
@@ -72,7 +83,7 @@ void Emulator::reset()
     m_faults.clear();
     m_faults.forgetFile();
     m_trace.setOn(false);
-    m_device.takeChanged();
+    m_device.takeChanged(true);
 }
 
 void Emulator::reload()
@@ -83,7 +94,7 @@ void Emulator::reload()
     if (!m_folder.isEmpty())
         state.apply(readObject(filePath(kStateFile)));
     m_device.setState(state);
-    m_device.takeChanged();
+    m_device.takeChanged(true);
     m_faults.clear();
     m_faults.forgetFile();
     watchFaults();

@@ -50,8 +50,10 @@ public:
     FaultPlan& faults() { return m_faults; }
     CallTrace& trace() { return m_trace; }
 
-    /// Writes the state file if the device has changed.
-    void save();
+    /// Writes the state file if the device has changed, and what it has printed. In the middle of a transfer of
+    /// table 20 its rows can wait.
+    enum class SaveTime { Now, Transfer };
+    void save(SaveTime time);
     /// Back to a new device; the files stay untouched until reload().
     void reset();
     /// Looks for the folder again and takes what its files hold.

@@ -13,6 +13,12 @@ namespace {
 
 constexpr int kFailed = -1;
 
+bool belongsToTransfer(const QString& operation)
+{
+    return operation == "setCommandBuffer" || operation == "execCommandBuffer" ||
+           operation == "getAnswerBuffer" || operation == "getResultCode";
+}
+
 [[noreturn]] void throwForeign(const QString& kind)
 {
     if (kind == "std")
@@ -40,7 +46,7 @@ int FpaxDriver::run(const QString& name, Reach reach, bool getter, const QJsonAr
         auto lock = m_emulator.lock();
         Call call{lock, fault};
         record.status = fault && fault->status ? failAsTold(*fault, getter) : guardedBody(body, call, getter);
-        m_emulator.save();
+        m_emulator.save(belongsToTransfer(name) ? Emulator::SaveTime::Transfer : Emulator::SaveTime::Now);
         record.endNs = CallTrace::now();
         m_emulator.trace().add(record);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "device/ifpax.h"
-#include "emulator/devicestate.h"
+#include "emulator/cashregister.h"
 #include "emulator/faultrule.h"
 #include "emulator/portsettings.h"
 #include "emulator/resultcodes.h"
@@ -164,8 +164,7 @@ private:
 
     Outcome setEnabled(int enabled);
     void refreshStatus();
-    /// The answer to a step inside a receipt that this cash register does not know.
-    Outcome receiptStepWanted() const;
+    FieldAddress fieldAddress() const;
     Outcome showProperties(std::unique_lock<std::mutex>& lock);
 
     Emulator& m_emulator;

@@ -37,6 +37,7 @@ void FpaxDriver::refreshStatus()
     m_status.checkState = state.receiptState;
     m_status.model = state.model;
     m_status.lineLength = state.lineLength;
+    m_registers.sum = m_emulator.device().receiptTotal();
 }
 
 int FpaxDriver::getSerialNumber(wchar_t* buffer, int capacity)

@@ -68,7 +68,15 @@ int FpaxDriver::setPositionTax(int tax)
 
 int FpaxDriver::registerPosition()
 {
-    return executeOnDevice("registerPosition", [this] { return receiptStepWanted(); });
+    return executeOnDevice("registerPosition", [this] {
+        const Registers& r = m_registers;
+        const Outcome outcome = m_emulator.device().registerPosition(
+            {r.positionName, r.price, r.quantity, r.positionSum, r.positionGroup, r.positionTax});
+        // The sum goes with one position; without it the next one is price times quantity.
+        if (outcome.isOk())
+            m_registers.positionSum.reset();
+        return outcome;
+    });
 }
 
 int FpaxDriver::setRoundTarget(int target)
@@ -83,7 +91,10 @@ int FpaxDriver::setRoundMode(int mode)
 
 int FpaxDriver::applyRounding()
 {
-    return executeOnDevice("applyRounding", [this] { return receiptStepWanted(); });
+    return executeOnDevice("applyRounding", [this] {
+        return m_emulator.device().applyRounding(m_registers.roundTarget, m_registers.roundMode,
+                                                 m_registers.sum);
+    });
 }
 
 int FpaxDriver::getSumm(double* sum)
@@ -108,12 +119,15 @@ int FpaxDriver::setPaymentType(int type)
 
 int FpaxDriver::makePayment()
 {
-    return executeOnDevice("makePayment", [this] { return receiptStepWanted(); });
+    return executeOnDevice(
+        "makePayment", [this] { return m_emulator.device().pay(m_registers.paymentType, m_registers.sum); });
 }
 
 int FpaxDriver::makePaymentVariant()
 {
-    return executeOnDevice("makePaymentVariant", [this] { return receiptStepWanted(); });
+    return executeOnDevice("makePaymentVariant", [this] {
+        return m_emulator.device().reversePayment(m_registers.paymentType, m_registers.sum);
+    });
 }
 
 int FpaxDriver::setTagNumber(int number)
@@ -138,13 +152,10 @@ int FpaxDriver::setTagPrint(int print)
 
 int FpaxDriver::writeTag()
 {
-    return executeOnDevice("writeTag", [this] { return receiptStepWanted(); });
-}
-
-Outcome FpaxDriver::receiptStepWanted() const
-{
-    const Outcome step = m_emulator.device().receiptStep();
-    return step.isOk() ? Outcome::refused(code::kNotSupported) : step;
+    return executeOnDevice("writeTag", [this] {
+        const Attribute attribute{m_registers.tagNumber, m_registers.tagValue, m_registers.tagPrint != 0};
+        return m_emulator.device().writeAttribute(attribute, m_registers.tagType);
+    });
 }
 
 } // namespace emulator

@@ -1,5 +1,6 @@
 #include "emulator/fpaxdriver.h"
 
+#include "emulator/emulator.h"
 #include "emulator/widetext.h"
 
 namespace emulator {
@@ -36,12 +37,21 @@ int FpaxDriver::setFieldType(int type)
 
 int FpaxDriver::writeTableField()
 {
-    return executeOnDevice("writeTableField", [] { return Outcome::refused(code::kNotSupported); });
+    return executeOnDevice("writeTableField", [this] {
+        return m_emulator.device().writeField(fieldAddress(), m_registers.caption);
+    });
 }
 
 int FpaxDriver::readTableField()
 {
-    return executeOnDevice("readTableField", [] { return Outcome::refused(code::kNotSupported); });
+    return executeOnDevice("readTableField", [this] {
+        return m_emulator.device().readField(fieldAddress(), m_registers.caption);
+    });
+}
+
+FieldAddress FpaxDriver::fieldAddress() const
+{
+    return {m_registers.table, m_registers.row, m_registers.field, m_registers.fieldType};
 }
 
 int FpaxDriver::setCommandBuffer(const wchar_t* command)
@@ -51,7 +61,9 @@ int FpaxDriver::setCommandBuffer(const wchar_t* command)
 
 int FpaxDriver::execCommandBuffer()
 {
-    return executeOnDevice("execCommandBuffer", [] { return Outcome::refused(code::kNotSupported); });
+    return executeOnDevice("execCommandBuffer", [this] {
+        return m_emulator.device().execute(m_registers.command, m_registers.answer);
+    });
 }
 
 int FpaxDriver::getAnswerBuffer(wchar_t* buffer, int capacity)

@@ -29,6 +29,14 @@ constexpr std::array kTexts{
     CodeText{code::kShiftTooLong, "Смена длится больше суток, её нужно закрыть"},
     CodeText{code::kNotSupported, "Касса не знает такой команды"},
     CodeText{code::kNoSuchUnit, "В кассе нет такого узла"},
+    CodeText{code::kNoSuchTable, "Нет такой таблицы"},
+    CodeText{code::kNoSuchRow, "Нет такой строки в таблице"},
+    CodeText{code::kNoSuchField, "Нет такого поля в строке таблицы"},
+    CodeText{code::kBadCommand, "Команда составлена неверно"},
+    CodeText{code::kNotPaid, "Чек оплачен не полностью"},
+    CodeText{code::kPaymentBegun, "Оплата чека уже начата"},
+    CodeText{code::kPaymentTooLarge, "Безналичная оплата больше суммы чека"},
+    CodeText{code::kNoSuchPayment, "Нет оплаты, которую можно сторнировать"},
 };
 
 } // namespace

@@ -21,6 +21,14 @@ constexpr int kShiftClosed = -3806;
 constexpr int kShiftTooLong = -3822;
 constexpr int kNotSupported = -3830;
 constexpr int kNoSuchUnit = -3831;
+constexpr int kNoSuchTable = -3840;
+constexpr int kNoSuchRow = -3841;
+constexpr int kNoSuchField = -3842;
+constexpr int kBadCommand = -3843;
+constexpr int kNotPaid = -3850;
+constexpr int kPaymentBegun = -3851;
+constexpr int kPaymentTooLarge = -3852;
+constexpr int kNoSuchPayment = -3853;
 } // namespace code
 
 /// What is said of a code in the driver's description register.

@@ -2,8 +2,10 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
+
+#include <filesystem>
 
 namespace emulator {
 
@@ -25,11 +27,21 @@ QJsonObject readObject(const QString& path)
 
 bool writeObject(const QString& path, const QJsonObject& object)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(QJsonDocument(object).toJson());
-    return file.commit();
+    const QString part = path + ".part";
+    {
+        QFile file(part);
+        if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(object).toJson()) < 0 ||
+            !file.flush())
+            return false;
+    }
+    // Renaming replaces the old file in one step. Unlike QSaveFile this does not wait for the disk, which would
+    // make hundreds of table writes slow.
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(part).filesystemAbsoluteFilePath(),
+                            QFileInfo(path).filesystemAbsoluteFilePath(), error);
+    if (error)
+        QFile::remove(part);
+    return !error;
 }
 
 } // namespace emulator

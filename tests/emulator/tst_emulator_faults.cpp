@@ -335,7 +335,7 @@ void TestEmulatorFaults::exceptionOfTheLibraryArrives()
     FpaxLibrary fpax;
     IFpax* driver = connected(fpax);
     fpax.setFaults({QJsonObject{{"operation", "readStatus"}, {"throw", "std"}, {"count", 1}}});
-    QVERIFY_EXCEPTION_THROWN(driver->readStatus(), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, driver->readStatus());
     QCOMPARE(driver->readStatus(), 0);
 }
 

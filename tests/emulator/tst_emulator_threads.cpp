@@ -105,7 +105,7 @@ void TestEmulatorThreads::callsFromManyThreadsAreAllCounted()
     std::atomic<int> failures = 0;
     std::vector<std::thread> workers;
     for (int i = 0; i < kThreads; ++i)
-        workers.emplace_back([&fpax, &failures, driver = fpax.create()] {
+        workers.emplace_back([&failures, driver = fpax.create()] {
             failures += driver->setDeviceEnabled(1) == 0 ? 0 : 1;
             for (int call = 0; call < kCalls; ++call)
                 failures += driver->setMode(4) == 0 && driver->enterMode() == 0 ? 0 : 1;
