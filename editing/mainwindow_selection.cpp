@@ -27,13 +27,13 @@ void MainWindow::timerTick()
         return;
     const auto selected = scene.selectedItems();
     QGraphicsItem* const single = selected.size() == 1 ? selected.constFirst() : nullptr;
-    // A pick in the list has changed the selection, which is not the user's doing.
+    // A pick in the list has cleared the selection, which is not the user's doing; a new one within the same turn is.
     const bool isListPick = std::exchange(listPicked, false);
     // A new item may stand at the address of one that a rebuild has deleted.
     if (single != prevItem || prevItemGone) {
         prevItem = single;
         prevItemGone = false;
-        if (!isListPick)
+        if (!isListPick || single)
             takeSelection(single);
         changeSettingTableBtnsOnOff();
     }

@@ -8,6 +8,7 @@
 #include "device/utiljson.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QGraphicsOpacityEffect>
 #include <QTextStream>
 #include <QTimer>
@@ -31,7 +32,9 @@ QString settingsPath()
 bool writeDefaultSettings(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    // A pipe or a device would keep the window waiting.
+    const QFileInfo info(path);
+    if ((info.exists() && !info.isFile()) || !file.open(QIODevice::WriteOnly))
         return false;
     QTextStream stream(&file);
     stream << UtilJson::SetSettingsJson();

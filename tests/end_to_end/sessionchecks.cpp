@@ -1,13 +1,17 @@
 #include "sessionchecks.h"
 
 #include "app/mainwindow.h"
-#include "support/tablesteps.h"
+#include "support/usersteps.h"
 #include "support/windowprobe.h"
-#include "view/itemblockheader.h"
-#include "view/itemline.h"
 #include "view/itempole.h"
 
+#include <QCheckBox>
 #include <QGraphicsItem>
+#include <QGraphicsView>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QTableWidget>
 
 #include <algorithm>
@@ -33,6 +37,19 @@ int lineHeight(int font)
 
 SessionChecks::SessionChecks(MainWindow& window)
     : m_window(window)
+    , m_graphics(named<QGraphicsView>(window, "graphicsView_1"))
+    , m_scale(named<QLineEdit>(window, "lePolesMasshtab"))
+    , m_table(named<QTableWidget>(window, "settingsWidget"))
+    , m_desc(named<QLineEdit>(window, "lePoleDesc"))
+    , m_positions(named<QPushButton>(window, "btnSetSetModePoz"))
+    , m_view(named<QPushButton>(window, "btnSetSetModeView"))
+    , m_delete(named<QPushButton>(window, "btnPoleDel"))
+    , m_box(named<QGroupBox>(window, "grBoxFilter"))
+    , m_list(named<QListWidget>(window, "listWidget"))
+    , m_filterText(named<QLineEdit>(window, "lePolesFilterStr"))
+    , m_filter(named<QCheckBox>(window, "chbFilter"))
+    , m_case(named<QPushButton>(window, "btnFiltrRegistr"))
+    , m_all(named<QPushButton>(window, "btnFiltrShowAll"))
 {
 }
 
@@ -42,14 +59,31 @@ QStringList SessionChecks::violations()
     checkFields();
     checkBlocks();
     checkGeometry();
-    checkScene();
+    checkItems();
+    checkPoles();
+    checkFrame();
+    checkLineButtons();
+    checkAllowedLines();
+    checkScale();
+    checkSelection();
+    checkButtons();
     checkTable();
+    checkFieldList();
     return m_found;
+}
+
+int SessionChecks::pickedKey() const
+{
+    const WindowProbe probe(m_window);
+    const QGraphicsItem* const item = probe.curItem();
+    if (item == nullptr)
+        return probe.curKey();
+    return item->type() == ItemPole::Type ? item->data(1).toInt() : 0;
 }
 
 void SessionChecks::checkFields()
 {
-    auto& bd = WindowProbe(m_window).bd();
+    const auto& bd = WindowProbe(m_window).bd();
     QStringList messages;
     expect(bd.CheckBDCorrect(kBlocks, messages, false) == 0,
            [&] { return QString(u"fields: " + messages.join(u' ')); });
@@ -57,12 +91,16 @@ void SessionChecks::checkFields()
     for (auto it = bd.items.cbegin(); it != bd.items.cend(); ++it) {
         ++key;
         expect(it.key() == key, [&] { return QStringLiteral("key %1 is not %2").arg(it.key()).arg(key); });
+        const auto colon = it->Desc.indexOf(u':');
+        const QString view =
+            colon < 0 ? it->Desc : it->Desc.left(1) + u'.' + QStringView(it->Desc).mid(colon);
+        expect(it->DescView == view, [&] { return QStringLiteral("short text of field %1").arg(key); });
     }
 }
 
 void SessionChecks::checkBlocks()
 {
-    auto& bd = WindowProbe(m_window).bd();
+    const auto& bd = WindowProbe(m_window).bd();
     std::map<std::pair<int, int>, QList<int>> keys;
     std::map<int, int> lastLine;
     for (auto it = bd.items.cbegin(); it != bd.items.cend(); ++it) {
@@ -122,100 +160,5 @@ void SessionChecks::checkGeometry()
                    [&] { return QString(where + QString::number(l)); });
             y += dy;
         }
-    }
-}
-
-void SessionChecks::checkScene()
-{
-    const WindowProbe probe(m_window);
-    const auto& bd = probe.bd();
-    const auto& maket = probe.maket();
-    std::map<int, QRectF> poles;
-    int headers = 0;
-    int lines = 0;
-    for (const QGraphicsItem* const item : probe.scene().items()) {
-        const int number = item->data(1).toInt();
-        if (item->type() == ItemPole::Type) {
-            expect(!poles.contains(number), [&] { return QStringLiteral("field %1 twice").arg(number); });
-            poles[number] = item->sceneBoundingRect();
-        } else if (item->type() == ItemLine::Type) {
-            const int l = item->data(2).toInt();
-            const QRectF place(1, maket.getLineBaseY(number, l) + 1, probe.tapeWidth() - 1,
-                               maket.getLineHeight(number, l) - 1);
-            expect(item->sceneBoundingRect() == place,
-                   [&] { return QStringLiteral("line %1 of %2").arg(l).arg(number); });
-            ++lines;
-        } else if (item->type() == ItemBlockHeader::Type) {
-            expect(item->pos() == QPointF(1, maket.getLineBaseY(number, 0) + 1),
-                   [&] { return QStringLiteral("heading %1").arg(number); });
-            ++headers;
-        }
-    }
-    int expectedLines = 0;
-    for (const auto& block : maket.blocks)
-        expectedLines += block.kolLines - 1;
-    expect(lines == expectedLines, [&] { return QStringLiteral("%1 lines drawn").arg(lines); });
-    expect(headers == (maket.blockTitleEnabled ? kBlocks : 0),
-           [&] { return QStringLiteral("%1 headings").arg(headers); });
-    for (auto it = bd.items.cbegin(); it != bd.items.cend(); ++it) {
-        if (it->Size == 0) {
-            expect(!poles.contains(it.key()),
-                   [&] { return QStringLiteral("field %1 is drawn").arg(it.key()); });
-            continue;
-        }
-        const int dx = maket.getLineCharDX(it->Block, it->Line);
-        const QRectF place(dx * it->X + 1, maket.getLineBaseY(it->Block, it->Line) + 1,
-                           std::min(dx * it->Size, 633), maket.getLineHeight(it->Block, it->Line));
-        expect(poles[it.key()] == place,
-               [&] { return QStringLiteral("field %1 is drawn elsewhere").arg(it.key()); });
-    }
-}
-
-void SessionChecks::checkTable()
-{
-    const WindowProbe probe(m_window);
-    const QGraphicsItem* const item = probe.curItem();
-    const QTableWidget* const table = propertyTable(m_window);
-    if (item == nullptr && probe.curKey() == 0) {
-        expect(table->rowCount() == 0,
-               [&] { return QStringLiteral("%1 rows for nothing").arg(table->rowCount()); });
-        return;
-    }
-    const bool isPole = item == nullptr || item->type() == ItemPole::Type;
-    if (!isPole) {
-        expect(table->rowCount() == (item->type() == ItemLine::Type ? 4 : 2),
-               [&] { return QStringLiteral("rows"); });
-        return;
-    }
-    const int key = item == nullptr ? probe.curKey() : item->data(1).toInt();
-    const auto field = probe.bd().items.value(key);
-    const bool isPositions = table->rowCount() == 12;
-    expect(isPositions || table->rowCount() == 8,
-           [&] { return QStringLiteral("%1 rows").arg(table->rowCount()); });
-    const auto shows = [&](int row, const QString& text) {
-        expect(table->item(row, 1) != nullptr && table->item(row, 1)->text() == text, [&] {
-            return QString(QStringLiteral("field %1, row %2 is not %3")
-                               .arg(QString::number(key), QString::number(row), text));
-        });
-    };
-    const auto yesNo = [](int value) { return value != 0 ? QStringLiteral("Да") : QStringLiteral("Нет"); };
-    if (isPositions) {
-        shows(0, probe.blockTitles().value(field.Block));
-        shows(1, QString::number(field.Line));
-        if (table->item(2, 1)->text() == QString::number(field.X))
-            m_isShownXOld = false;
-        expect(!m_isShownXOld || item == nullptr,
-               [&] { return QStringLiteral("field %1: old position").arg(key); });
-        if (!m_isShownXOld)
-            shows(2, QString::number(field.X));
-        shows(3, QString::number(field.Size));
-        shows(6, yesNo(field.PressRight));
-        shows(11, yesNo(field.PoleFlags & 1));
-    } else {
-        shows(0, QString::number(field.Font));
-        shows(1, yesNo(field.X2X));
-        shows(3, QString::number(field.LineGap));
-        shows(4, QString::number(field.Brightness));
-        shows(7, yesNo(field.PoleFlags >> 1));
     }
 }

@@ -1,54 +1,21 @@
 #include "sessionuser.h"
 
 #include "app/mainwindow.h"
+#include "sessionwait.h"
 #include "support/tablesteps.h"
 #include "support/windowprobe.h"
+#include "view/itemline.h"
 #include "view/itempole.h"
 
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QGraphicsItem>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
-
-namespace {
-
-constexpr int kValueColumn = 1;
-constexpr int kPositionRow = 2;
-
-/// Lets the window go on until `holds()`; false if it never does. Unlike the waiting of the test library this
-/// never sleeps, which would be most of a long session.
-template <typename Holds>
-bool waitUntil(Holds holds)
-{
-    constexpr int kPatienceMs = 10000;
-    QElapsedTimer clock;
-    clock.start();
-    while (!holds()) {
-        if (clock.elapsed() > kPatienceMs)
-            return false;
-        QCoreApplication::processEvents();
-        // Editors that have closed are deleted here.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
-
-/// All properties of all fields, for a comparison.
-QStringList fieldTexts(const BD_T20Items& bd)
-{
-    QStringList rows;
-    bd.SaveToListWMask(rows);
-    return rows;
-}
-
-} // namespace
 
 SessionUser::SessionUser(MainWindow& window, DialogRobot& robot, const ProgramDir& dir, quint32 seed)
     : m_window(window)
@@ -66,13 +33,6 @@ int SessionUser::upTo(int last)
     return static_cast<int>(m_random() % static_cast<unsigned int>(last + 1));
 }
 
-void SessionUser::open()
-{
-    const QString name = chance(50) ? QStringLiteral("80") : QStringLiteral("57");
-    openTemplate(m_window, m_robot, QStringLiteral(SAMPLES_DIR "/grocery-%1mm.csv").arg(name));
-    settle();
-}
-
 void SessionUser::settle()
 {
     const WindowProbe probe(m_window);
@@ -80,7 +40,7 @@ void SessionUser::settle()
         m_wrong.append(QStringLiteral("the selection loop never comes to rest"));
 }
 
-QStringList SessionUser::act()
+void SessionUser::runNext()
 {
     struct Action
     {
@@ -102,42 +62,82 @@ QStringList SessionUser::act()
         {3, "change the view", &SessionUser::changeView},
         {1, "drag a field", &SessionUser::dragField},
     };
-    m_wrong.clear();
-    const bool isPositionOpen =
-        m_table->indexWidget(m_table->model()->index(kPositionRow, kValueColumn)) != nullptr;
     if (upTo(399) == 0) {
         m_last = QStringLiteral("save and reopen");
         saveAndReopen();
-    } else {
-        int at = upTo(99);
-        const Action* action = actions;
-        while (at >= action->weight)
-            at -= (action++)->weight;
-        m_last = QString::fromLatin1(action->name);
-        (this->*action->run)();
+        return;
     }
-    // An editor left open is committed by whatever takes the focus.
-    if (isPositionOpen)
+    int at = upTo(99);
+    const Action* action = actions;
+    while (at >= action->weight)
+        at -= (action++)->weight;
+    m_last = QString::fromLatin1(action->name);
+    (this->*action->run)();
+}
+
+QStringList SessionUser::act()
+{
+    const WindowProbe probe(m_window);
+    m_change = {};
+    m_isRedrawFree = false;
+    m_isOpening = false;
+    const TemplateState before = state();
+    const int curKey = probe.curKey();
+    const QPointer<QGraphicsProxyWidget> drawn = lineButton(probe.scene(), QStringLiteral("+"));
+    m_starts = {before};
+    if (isEditorOpen()) {
+        m_starts.append(afterEntry(before, entryIn(m_editor)).state);
+        // Whatever takes the focus commits it.
         m_checks.positionWasMoved();
+        m_checks.sizeWasEdited();
+    }
+    m_isCertain = m_starts.size() == 1 && probe.isSettled();
+
+    runNext();
     // Now and then the next thing comes before the window has caught up.
     const bool isChecked = chance(90);
     if (isChecked)
         settle();
-    for (const auto& box : m_robot.takeBoxes()) {
-        if (box.icon != QMessageBox::Warning)
-            m_wrong.append(QStringLiteral("box: ") + box.text);
-        if (box.text.startsWith(QStringLiteral("Ячейка в новом блоке занята")))
-            m_checks.fieldWasPushed();
-    }
-    if (isChecked)
+    else
+        tell(QStringLiteral("without waiting"));
+    checkBoxes(before);
+    if (const QString fault = templateFault(before); !fault.isEmpty())
+        m_wrong.append(fault);
+    if (isChecked) {
+        m_wrong += redrawFault(before, drawn == nullptr);
+        if (m_isCertain && m_change && curKey != 0 && !m_isOpening && !m_isRedrawFree &&
+            probe.curKey() != curKey)
+            m_wrong.append(QStringLiteral("the pick of field %1 is lost").arg(curKey));
         m_wrong += m_checks.violations();
-    return m_wrong;
+    }
+    m_wrong.removeAll(QString());
+    return std::exchange(m_wrong, {});
 }
 
 void SessionUser::clickView(const QPointF& scenePos)
 {
     m_view->ensureVisible(QRectF(scenePos, QSizeF(1, 1)), 5, 5);
-    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, m_view->mapFromScene(scenePos));
+    const QPoint at = m_view->mapFromScene(scenePos);
+    const QGraphicsItem* const top = m_view->itemAt(at);
+    const QGraphicsItem* const current = WindowProbe(m_window).curItem();
+    if (top != nullptr && top->type() == QGraphicsProxyWidget::Type && current != nullptr) {
+        const bool isAdd = top == lineButton(WindowProbe(m_window).scene(), QStringLiteral("+"));
+        // At its very edge the button may be missed.
+        constexpr int kEdge = 3;
+        const QRectF inside = top->sceneBoundingRect().adjusted(kEdge, kEdge, -kEdge, -kEdge);
+        m_isCertain = m_isCertain && inside.contains(m_view->mapToScene(at));
+        const int block = current->data(1).toInt();
+        const int line = current->type() == ItemLine::Type ? current->data(2).toInt() : 1;
+        m_change = [=](const TemplateState& start) {
+            return isAdd ? afterLineAdded(start, block, line) : afterLineDeleted(start, block, line);
+        };
+    }
+    if (top != nullptr)
+        tell(QStringLiteral("item %1 %2 %3")
+                 .arg(top->type())
+                 .arg(top->data(1).toInt())
+                 .arg(top->data(2).toInt()));
+    QTest::mouseClick(m_view->viewport(), Qt::LeftButton, {}, at);
 }
 
 void SessionUser::pickOnTape()
@@ -153,53 +153,6 @@ void SessionUser::clickNothing()
     clickView({WindowProbe(m_window).tapeWidth() + 20.0, 5.0});
 }
 
-bool SessionUser::changeEditor(QWidget* editor)
-{
-    if (auto* const number = qobject_cast<QSpinBox*>(editor)) {
-        number->selectAll();
-        QTest::keyClicks(number, QString::number(chance(70) ? upTo(15) : upTo(300)));
-        return true;
-    }
-    if (auto* const list = qobject_cast<QComboBox*>(editor)) {
-        QTest::keyClick(list, Qt::Key_Home);
-        for (int i = upTo(std::min(list->count(), 10) - 1); i > 0; --i)
-            QTest::keyClick(list, Qt::Key_Down);
-        return true;
-    }
-    return false;
-}
-
-void SessionUser::editCell()
-{
-    if (m_table->rowCount() == 0)
-        return;
-    const int row = chance(60) ? upTo(3) : upTo(m_table->rowCount() - 1);
-    if (row >= m_table->rowCount())
-        return;
-    const QPointer<QWidget> editor = openEditor(m_window, row);
-    if (editor == nullptr)
-        return;
-    if (chance(90))
-        changeEditor(editor);
-    if (row == kPositionRow)
-        m_checks.positionWasMoved();
-    QTest::keyClick(editor, chance(90) ? Qt::Key_Return : Qt::Key_Escape);
-    if (!waitUntil([&] { return editor == nullptr || !editor->isVisible(); }))
-        m_wrong.append(QStringLiteral("the editor of row %1 stays open: %2 %3")
-                           .arg(QString::number(row), QString::fromLatin1(editor->metaObject()->className()),
-                                editor->property("text").toString()));
-}
-
-void SessionUser::leaveEditorOpen()
-{
-    if (m_table->rowCount() == 0)
-        return;
-    const int row = upTo(m_table->rowCount() - 1);
-    QWidget* const editor = openEditor(m_window, row);
-    if (editor != nullptr && chance(50))
-        changeEditor(editor);
-}
-
 void SessionUser::changeMode()
 {
     clickButton(m_window, chance(50) ? "btnSetSetModePoz" : "btnSetSetModeView");
@@ -212,6 +165,7 @@ void SessionUser::pickInFieldList()
         return;
     QListWidgetItem* const line = list->item(upTo(list->count() - 1));
     list->scrollToItem(line);
+    tell(line->text().left(30));
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(line).center());
 }
 
@@ -225,9 +179,9 @@ void SessionUser::changeFilter()
     }
     auto* const filter = named<QLineEdit>(m_window, "lePolesFilterStr");
     filter->selectAll();
-    static const QString words[] = {QStringLiteral("налог"), QStringLiteral("Тег"), QStringLiteral("%1"),
-                                    QStringLiteral("а")};
-    for (const QChar letter : words[upTo(3)])
+    static const QStringList words{QStringLiteral("налог"),  QStringLiteral("Тег"), QStringLiteral("%1"),
+                                   QStringLiteral("straße"), QStringLiteral("<b>"), QStringLiteral("а")};
+    for (const QChar letter : words.at(upTo(static_cast<int>(words.size()) - 1)))
         QTest::sendKeyEvent(QTest::Click, filter, Qt::Key_unknown, QString(letter), Qt::NoModifier);
     if (chance(30)) {
         filter->selectAll();
@@ -250,11 +204,17 @@ void SessionUser::clickLineButton()
 
 void SessionUser::deleteField()
 {
+    const QGraphicsItem* const item = WindowProbe(m_window).curItem();
+    if (item != nullptr && item->type() == ItemPole::Type) {
+        const int key = item->data(1).toInt();
+        m_change = [key](const TemplateState& start) { return afterFieldDeleted(start, key); };
+    }
     clickButton(m_window, "btnPoleDel");
 }
 
 void SessionUser::changeTape()
 {
+    m_isRedrawFree = true;
     auto* const combo = named<QComboBox>(m_window, chance(50) ? "comboLentaSize" : "comboKassa");
     QTest::keyClick(combo, chance(50) ? Qt::Key_Down : Qt::Key_Up);
 }
@@ -263,15 +223,22 @@ void SessionUser::changeView()
 {
     static const char* const buttons[] = {"btnScaleX05", "btnScaleX20", "btnBlTitlesOnOff", "btnFontMonoWide",
                                           "btnRedraw"};
-    clickButton(m_window, buttons[upTo(4)]);
+    const int button = upTo(4);
+    m_isRedrawFree = button > 1;
+    tell(QString::fromLatin1(buttons[button]));
+    clickButton(m_window, buttons[button]);
 }
 
 void SessionUser::dragField()
 {
+    m_isRedrawFree = true;
     for (QGraphicsItem* const item : WindowProbe(m_window).scene().items(Qt::AscendingOrder)) {
         if (item->type() != ItemPole::Type || !chance(5))
             continue;
         const QPoint from = m_view->mapFromScene(item->sceneBoundingRect().center());
+        const QGraphicsItem* const top = m_view->itemAt(from);
+        if (top == nullptr || top->type() != ItemPole::Type)
+            continue;
         QTest::mousePress(m_view->viewport(), Qt::LeftButton, {}, from);
         QTest::mouseMove(m_view->viewport(), from + QPoint(15, 20));
         QTest::mouseMove(m_view->viewport(), from + QPoint(30, 40));
@@ -282,19 +249,4 @@ void SessionUser::dragField()
     }
     // What was dragged goes back with the next rebuild.
     clickButton(m_window, "btnRedraw");
-}
-
-void SessionUser::saveAndReopen()
-{
-    auto& bd = WindowProbe(m_window).bd();
-    const QString path = m_dir.path(QStringLiteral("session.csv"));
-    saveTemplateAs(m_window, m_robot, path);
-    const QStringList saved = fieldTexts(bd);
-    if (bytesOf(path) != (saved.join(u'\n') + u'\n').toUtf8())
-        m_wrong.append(QStringLiteral("the file does not hold the fields"));
-    openTemplate(m_window, m_robot, path);
-    if (fieldTexts(bd) != saved)
-        m_wrong.append(QStringLiteral("the file read back gives other fields"));
-    if (chance(30))
-        open();
 }

@@ -52,7 +52,8 @@ EmulatedDevice::EmulatedDevice(const QString& folder)
     if (!QFile::link(QStringLiteral(FPAX_PATH), m_file))
         qFatal("no emulator in %s", qPrintable(folder));
     qputenv(kHome, QFile::encodeName(folder));
-    m_library.setFileName(m_file);
+    // By its own name: a library that is loaded by the name of the link would be found without the link.
+    m_library.setFileName(QStringLiteral(FPAX_PATH));
     if (!m_library.load())
         qFatal("%s", qPrintable(m_library.errorString()));
     control({{"cmd", "reset"}});

@@ -27,7 +27,7 @@ public:
 
     /// What a session loads: no prefix, no suffix.
     QString driverPath() const { return m_folder + QStringLiteral("/fpax"); }
-    /// Takes the driver's file out of the folder.
+    /// Takes the driver's file out of the folder; only before a session has loaded it.
     void remove();
 
     QJsonObject state() { return control({{"cmd", "get"}}).toObject(); }
