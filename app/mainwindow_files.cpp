@@ -1,11 +1,10 @@
 #include "app/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "device/regularfile.h"
 #include "model/templatetext.h"
 
-#include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -36,8 +35,7 @@ void MainWindow::on_actionOpen_triggered()
     if (currentFileName.isEmpty())
         return;
     QFile file(currentFileName);
-    // A pipe or a device would keep the window waiting for ever.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!openRegularFile(file, QIODevice::ReadOnly)) {
         msgBoxWarnOK(tr("Не удалось открыть файл!"));
         return;
     }
@@ -125,9 +123,7 @@ void MainWindow::on_actionSaveAs_triggered()
 void MainWindow::SaveToFName(const QString& name)
 {
     QFile file(name);
-    const QFileInfo info(file);
-    const bool isDevice = info.exists() && !info.isFile() && !info.isDir();
-    if (isDevice || !file.open(QIODevice::WriteOnly)) {
+    if (!openRegularFile(file, QIODevice::WriteOnly)) {
         msgBoxWarnOK(tr("Не удалось открыть файл для записи (%1)").arg(file.errorString()));
         return;
     }

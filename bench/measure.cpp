@@ -8,14 +8,14 @@ namespace {
 
 constexpr double kNanosecondsPerSecond = 1e9;
 
-double median(std::vector<double> values)
+} // namespace
+
+double medianOf(std::vector<double> values)
 {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
-
-} // namespace
 
 double secondsOf(const std::function<void()>& work)
 {
@@ -41,12 +41,23 @@ void MeasureTable::compare(const std::string& name, int rounds, double bound, co
         subjectTimes.push_back(subject());
         floorTimes.push_back(floor());
     }
-    const double subjectTime = median(subjectTimes) / subjectUnits * kNanosecondsPerSecond;
-    const double floorTime = median(floorTimes) / floorUnits * kNanosecondsPerSecond;
-    const double ratio = subjectTime / floorTime;
+    const double subjectTime = medianOf(subjectTimes) / subjectUnits * kNanosecondsPerSecond;
+    const double floorTime = medianOf(floorTimes) / floorUnits * kNanosecondsPerSecond;
+    printRow(name, bound, subjectTime, floorTime);
+}
+
+void MeasureTable::compare(const std::string& name, double bound, const std::vector<double>& subjectFigures,
+                           const std::vector<double>& floorFigures)
+{
+    printRow(name, bound, medianOf(subjectFigures), medianOf(floorFigures));
+}
+
+void MeasureTable::printRow(const std::string& name, double bound, double subject, double floor)
+{
+    const double ratio = subject / floor;
     const bool held = ratio <= bound;
     m_allHeld = m_allHeld && held;
-    std::printf("%-44s %12.1f %12.1f %7.3f %7.2f%s\n", name.c_str(), subjectTime, floorTime, ratio, bound,
+    std::printf("%-44s %12.1f %12.1f %7.3f %7.2f%s\n", name.c_str(), subject, floor, ratio, bound,
                 held ? "" : "  OVER");
     std::fflush(stdout);
 }
@@ -62,6 +73,6 @@ void MeasureTable::report(const std::string& name, int rounds, const TimedWork& 
 
 void MeasureTable::report(const std::string& name, const std::vector<double>& times, double units)
 {
-    std::printf("%-44s %12.1f\n", name.c_str(), median(times) / units * kNanosecondsPerSecond);
+    std::printf("%-44s %12.1f\n", name.c_str(), medianOf(times) / units * kNanosecondsPerSecond);
     std::fflush(stdout);
 }

@@ -11,6 +11,9 @@ using TimedWork = std::function<double()>;
 /// Seconds that `work` takes by the steady clock.
 double secondsOf(const std::function<void()>& work);
 
+/// The value in the middle; `values` must not be empty.
+double medianOf(std::vector<double> values);
+
 /// A table of measures, each of them a ratio of two times that were taken in the same run.
 class MeasureTable
 {
@@ -24,6 +27,10 @@ public:
     void compare(const std::string& name, int rounds, double bound, const TimedWork& subject,
                  double subjectUnits, const TimedWork& floor, double floorUnits);
 
+    /// The same for figures of any unit that have been taken.
+    void compare(const std::string& name, double bound, const std::vector<double>& subjectFigures,
+                 const std::vector<double>& floorFigures);
+
     /// Runs `work` as above and prints a row with its median, which has no bound.
     void report(const std::string& name, int rounds, const TimedWork& work, double units);
 
@@ -34,5 +41,7 @@ public:
     int exitCode() const { return m_allHeld ? 0 : 1; }
 
 private:
+    void printRow(const std::string& name, double bound, double subject, double floor);
+
     bool m_allHeld = true;
 };

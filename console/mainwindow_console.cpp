@@ -2,8 +2,8 @@
 #include "ui_mainwindow.h"
 
 #include "app/csettings.h"
+#include "device/regularfile.h"
 
-#include <QFile>
 #include <QTextStream>
 
 namespace {
@@ -19,7 +19,7 @@ void enableAndShow(std::initializer_list<QWidget*> widgets)
 bool writeRows(const QString& name, const QStringList& rows)
 {
     QFile file(Settings.pathApp + "/" + name);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!openRegularFile(file, QIODevice::WriteOnly))
         return false;
     for (const auto& row : rows)
         file.write(row.toUtf8() + '\n');
@@ -51,7 +51,7 @@ void MainWindow::on_lePolesFilterStr_returnPressed()
 void MainWindow::saveLog()
 {
     QFile file(Settings.pathApp + "/" + "outlog.txt");
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!openRegularFile(file, QIODevice::WriteOnly)) {
         const QString failure = tr("Не удалось содать новый файл с логом!");
         LogAddDbg(failure);
         msgBoxWarnOK(failure);

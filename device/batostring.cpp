@@ -1,16 +1,20 @@
 #include "device/batostring.h"
 
+#include <algorithm>
+
 QString baToString(const QVector<unsigned char>& bytes, const QString& separator)
 {
-    constexpr char digits[] = "0123456789abcdef";
-    QString text;
-    text.reserve(bytes.size() * (2 + separator.size()));
+    constexpr char16_t digits[] = u"0123456789ABCDEF";
+    if (bytes.isEmpty())
+        return {};
+    const QString upperSeparator = separator.toUpper();
+    QString text(bytes.size() * (2 + upperSeparator.size()), Qt::Uninitialized);
+    QChar* next = text.data();
     for (const unsigned char byte : bytes) {
-        text += QLatin1Char(digits[byte >> 4]);
-        text += QLatin1Char(digits[byte & 0x0F]);
-        text += separator;
+        *next++ = digits[byte >> 4];
+        *next++ = digits[byte & 0x0F];
+        next = std::copy(upperSeparator.cbegin(), upperSeparator.cend(), next);
     }
-    if (!bytes.isEmpty())
-        text.chop(separator.size());
-    return text.toUpper();
+    text.chop(upperSeparator.size());
+    return text;
 }

@@ -5,6 +5,8 @@
 #include "device/tlvrecord.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 using LUM::Fpax::IFpax;
 
@@ -22,7 +24,7 @@ constexpr qsizetype kShortestAnswer = 9;
 QString recordBytes(const QVector<unsigned char>& answer)
 {
     constexpr qsizetype answerStart = 4; // digits
-    return baToString(answer, QString()).mid(answerStart);
+    return baToString(answer, QString()).remove(0, answerStart);
 }
 
 bool isCountedRow(int row)
@@ -91,21 +93,25 @@ int clKRD9IO::writeTableTLV(Json::Value& rows)
 {
     int result = kDone;
     try {
+        std::vector<TlvRecord> records;
+        records.reserve(rows.size());
         int maxRow = 0;
         for (const auto& value : std::as_const(rows)) {
-            const auto record = TlvRecord::fromJson(value);
-            if (record && isCountedRow(record->row))
-                maxRow = std::max(maxRow, record->row);
-        }
-        int current = 0;
-        for (const auto& value : std::as_const(rows)) {
-            const auto record = TlvRecord::fromJson(value);
-            if (!record || record->first == 0)
+            auto record = TlvRecord::fromJson(value);
+            if (!record)
                 continue;
             if (isCountedRow(record->row))
-                current = record->row;
+                maxRow = std::max(maxRow, record->row);
+            records.push_back(std::move(*record));
+        }
+        int current = 0;
+        for (const TlvRecord& record : records) {
+            if (record.first == 0)
+                continue;
+            if (isCountedRow(record.row))
+                current = record.row;
             try {
-                fpax().runCommand(record->writeCommand());
+                fpax().runCommand(record.writeCommand());
                 fpax().getInt(&IFpax::getResultCode);
             } catch (const Exception&) { // a record that the device refuses is lost, the next one follows
             }

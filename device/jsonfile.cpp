@@ -1,14 +1,12 @@
 #include "device/jsonfile.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "device/regularfile.h"
 
 #include <json/json.h>
 
 namespace {
 
-/// Where the toolkit of JSON marks its reader as deprecated, the program still wants that one: its messages are the
-/// ones that the log shows.
+/// The reader that the library calls deprecated has the messages that the log shows.
 bool parse(const QByteArray& bytes, Json::Value& root, QString& errors)
 {
     Json::Features features = Json::Features::all();
@@ -32,8 +30,7 @@ bool parse(const QByteArray& bytes, Json::Value& root, QString& errors)
 int JsonFile::read(const QString& name, Json::Value& root, QString& errors)
 {
     QFile file(name);
-    // A pipe or a device would keep the window waiting.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!openRegularFile(file, QIODevice::ReadOnly))
         return NotOpened;
     return parse(file.readAll(), root, errors) ? Read : NotParsed;
 }
@@ -41,7 +38,7 @@ int JsonFile::read(const QString& name, Json::Value& root, QString& errors)
 bool JsonFile::write(const QString& name, const Json::Value& root)
 {
     QFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!openRegularFile(file, QIODevice::WriteOnly))
         return false;
     file.write(root.toStyledString().c_str());
     file.flush();

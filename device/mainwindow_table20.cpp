@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kHexadecimal = 16;
 
-/// The byte whose digits begin at `position`; 0 if there are no two.
+/// The byte whose digits begin at `position`; 0 if there are none.
 int byteAt(QStringView digits, qsizetype position)
 {
     return digits.mid(position, 2).toInt(nullptr, kHexadecimal);

@@ -1,11 +1,61 @@
 #include "device/qlumfpax.h"
 
+#include <algorithm>
+#include <utility>
+
 using LUM::Fpax::IFpax;
 
 namespace {
 
 /// The one result code of a raw command that its caller does not have to look at: nothing can be exchanged.
 constexpr int kNoExchange = -6;
+
+/// The value of a hexadecimal digit, -1 for any other character.
+constexpr int digitValue(QChar character)
+{
+    const char16_t code = character.unicode();
+    if (code >= u'0' && code <= u'9')
+        return code - u'0';
+    if (code >= u'A' && code <= u'F')
+        return code - u'A' + 10;
+    if (code >= u'a' && code <= u'f')
+        return code - u'a' + 10;
+    return -1;
+}
+
+/// The low byte of a hexadecimal number, 0 if `part` is none.
+unsigned char parsedByte(QStringView part)
+{
+    return static_cast<unsigned char>(static_cast<unsigned>(part.toInt(nullptr, 16)) & 0xFFU);
+}
+
+/// The bytes of an answer: what stands between the blanks, whether it is a number or not.
+QVector<unsigned char> parsedAnswer(QStringView answer)
+{
+    QVector<unsigned char> bytes;
+    bytes.reserve(answer.size() / 3 + 1);
+    // Nearly every answer has nothing but pairs of digits, and the general way is slow.
+    while (answer.size() > 2 && answer[2] == u' ') {
+        const int high = digitValue(answer[0]);
+        const int low = digitValue(answer[1]);
+        if (high < 0 || low < 0)
+            break;
+        bytes.append(static_cast<unsigned char>(high * 16 + low));
+        answer = answer.mid(3);
+    }
+    for (const QStringView part : answer.tokenize(u' '))
+        bytes.append(parsedByte(part));
+    return bytes;
+}
+
+/// A command as a driver takes it. All characters come from single bytes, so none needs two units.
+QVector<wchar_t> wideCommand(const QString& text)
+{
+    QVector<wchar_t> wide(text.size() + 1, L'\0');
+    std::transform(text.cbegin(), text.cend(), wide.begin(),
+                   [](QChar character) { return static_cast<wchar_t>(character.unicode()); });
+    return wide;
+}
 
 } // namespace
 
@@ -29,32 +79,28 @@ QVector<unsigned char> QLumFpax::runCommand(const QVector<unsigned char>& comman
 
 QVector<unsigned char> QLumFpax::runCommand(const std::string& command)
 {
-    QString text;
-    text.reserve(static_cast<qsizetype>(command.size() / 2 + 1) * 3);
-    for (std::size_t i = 0; i < command.size(); i += 2) {
-        // Behind the last character of an odd number stands the zero that ends the string.
-        text += QLatin1Char(command[i]);
-        text += QLatin1Char(command.c_str()[i + 1]);
-        text += u' ';
+    // Behind the last character of an odd number stands the zero that ends the string.
+    const std::size_t pairs = (command.size() + 1) / 2;
+    QString text(static_cast<qsizetype>(pairs) * 3, Qt::Uninitialized);
+    QChar* next = text.data();
+    for (std::size_t i = 0; i < 2 * pairs; i += 2) {
+        *next++ = QLatin1Char(command.c_str()[i]);
+        *next++ = QLatin1Char(command.c_str()[i + 1]);
+        *next++ = u' ';
     }
-    return sendCommandText(text.toUpper());
+    return sendCommandText(std::move(text).toUpper());
 }
 
 QVector<unsigned char> QLumFpax::sendCommandText(const QString& text)
 {
-    raiseError(driver()->setCommandBuffer(toWide(text).constData()));
+    raiseError(driver()->setCommandBuffer(wideCommand(text).constData()));
     try {
         execMethod(&IFpax::execCommandBuffer);
     } catch (const Exception&) {
         if (getInt(&IFpax::getResultCode) == kNoExchange)
             throw;
     }
-    const QString answer = getBuff(&IFpax::getAnswerBuffer);
-    QVector<unsigned char> bytes;
-    bytes.reserve(answer.size() / 3 + 1);
-    for (const QStringView part : QStringView(answer).tokenize(u' '))
-        bytes.append(static_cast<unsigned char>(static_cast<unsigned>(part.toInt(nullptr, 16)) & 0xFFU));
-    return bytes;
+    return parsedAnswer(getBuff(&IFpax::getAnswerBuffer));
 }
 
 QDate QLumFpax::getDate(DateGetter get)

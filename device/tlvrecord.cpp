@@ -1,14 +1,32 @@
 #include "device/tlvrecord.h"
 
+namespace {
+
+// Keys that are not copied into each record.
+const Json::StaticString kTableKey("t");
+const Json::StaticString kSubTableKey("s");
+const Json::StaticString kRowKey("r");
+const Json::StaticString kFirstKey("p1");
+const Json::StaticString kLastKey("p2");
+const Json::StaticString kBytesKey("v");
+
+/// Two hexadecimal digits at least, in lower case.
+std::string hexText(int number)
+{
+    return QString::number(number, 16).rightJustified(2, u'0').toStdString();
+}
+
+} // namespace
+
 Json::Value TlvRecord::toJson() const
 {
     Json::Value value(Json::objectValue);
-    value["t"] = table;
-    value["s"] = subTable;
-    value["r"] = row;
-    value["p1"] = first;
-    value["p2"] = last;
-    value["v"] = bytes.toStdString();
+    value[kTableKey] = table;
+    value[kSubTableKey] = subTable;
+    value[kRowKey] = row;
+    value[kFirstKey] = first;
+    value[kLastKey] = last;
+    value[kBytesKey] = bytes.toStdString();
     return value;
 }
 
@@ -32,8 +50,5 @@ std::optional<TlvRecord> TlvRecord::fromJson(const Json::Value& value)
 
 std::string TlvRecord::writeCommand() const
 {
-    const auto byte = [](int number) { return QStringLiteral("%1").arg(number, 2, 16, QLatin1Char('0')); };
-    const QString text =
-        QStringLiteral("5101%1%2%3").arg(byte(table), byte(subTable), QStringLiteral("0000"));
-    return text.toStdString() + bytes.toStdString();
+    return "5101" + hexText(table) + hexText(subTable) + "0000" + bytes.toStdString();
 }

@@ -5,10 +5,9 @@
 #include "device/clkrd9io.h"
 #include "device/guarded.h"
 #include "device/jsonfile.h"
+#include "device/regularfile.h"
 #include "device/utiljson.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QGraphicsOpacityEffect>
 #include <QTextStream>
 #include <QTimer>
@@ -32,9 +31,7 @@ QString settingsPath()
 bool writeDefaultSettings(const QString& path)
 {
     QFile file(path);
-    // A pipe or a device would keep the window waiting.
-    const QFileInfo info(path);
-    if ((info.exists() && !info.isFile()) || !file.open(QIODevice::WriteOnly))
+    if (!openRegularFile(file, QIODevice::WriteOnly))
         return false;
     QTextStream stream(&file);
     stream << UtilJson::SetSettingsJson();

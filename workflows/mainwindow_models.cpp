@@ -2,9 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "app/csettings.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "device/regularfile.h"
 
 namespace {
 
@@ -48,7 +46,7 @@ void MainWindow::FillDefaultKassaList()
 void MainWindow::LoadAndSetKassaList()
 {
     QFile file(Settings.pathApp + "/" + "kassa.csv");
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!openRegularFile(file, QIODevice::ReadOnly))
         return;
     const QByteArray bytes = file.readAll();
     file.close();

@@ -41,3 +41,154 @@ looks_at_the_connection() {
     xdotool key Escape
     until_true is_gone "$dialog"
 }
+
+# The free line that is edited on the way
+readonly FREE_LINE='WALK 2026'
+# Columns of a template file that travel to the device and back: type and the nineteen parameters
+readonly TRAVELLING=3-12,14-24
+
+works_with_the_device() {
+    reads_the_free_lines
+    edits_a_free_line
+    writes_template_and_free_lines
+    reads_them_back
+    prints_a_test_receipt
+}
+
+# tick DIALOG X Y: a click on this point of a dialog.
+tick() {
+    click_at "$1" "$2" "$3"
+    until_settled
+}
+
+# choose_number DIALOG X Y: one step up from 0.
+choose_number() {
+    tick "$1" "$2" "$3"
+    xdotool key Up
+    until_settled
+}
+
+# Points of the exchange dialog
+readonly TEMPLATE_BOX='28 50' FREE_LINES_BOX='28 80' NUMBER='305 51' LOAD_BUTTON='180 154'
+readonly TEMPLATE_NUMBER='36 231' PRINT_BUTTON='211 296'
+readonly FIRST_FREE_LINE='100 30' SAVE_BUTTON='341 276'
+
+# opens_dialog COMMAND TITLE: its window, in dialog.
+opens_dialog() {
+    choose_in_menu "$1"
+    until_true find_window "$2"
+    dialog=$found_window
+    until_true has_focus "$dialog"
+    until_settled
+}
+
+# is_told NAME: a message box with a good report; a screenshot of it, and it is closed.
+is_told() {
+    until_true find_window_beside "$window"
+    until_true has_focus "$found_window"
+    local box=$found_window
+    screenshot_of "$box" "$1"
+    xdotool key Return
+    until_true is_gone "$box"
+}
+
+reads_the_free_lines() {
+    begin_step 'read the free lines from the cash register'
+    opens_dialog 'Прочитать из кассы' 'Обмен с устройством'
+    # shellcheck disable=SC2086 # a point is two numbers
+    tick "$dialog" $TEMPLATE_BOX
+    # shellcheck disable=SC2086
+    tick "$dialog" $FREE_LINES_BOX
+    screenshot_of "$dialog" download
+    # shellcheck disable=SC2086
+    tick "$dialog" $LOAD_BUTTON
+    until_true is_gone "$dialog"
+    is_told download-report
+}
+
+edits_a_free_line() {
+    begin_step 'edit the first free line'
+    opens_dialog 'Редактировать' 'Редактор строк'
+    # shellcheck disable=SC2086
+    xdotool mousemove --window "$dialog" $FIRST_FREE_LINE click --repeat 2 --delay 50 1
+    until_settled
+    xdotool key ctrl+a
+    xdotool type --clearmodifiers -- "$FREE_LINE"
+    until_settled
+    xdotool key Return
+    until_settled
+    screenshot_of "$dialog" free-lines
+    # shellcheck disable=SC2086
+    tick "$dialog" $SAVE_BUTTON
+    until_true is_gone "$dialog"
+}
+
+writes_template_and_free_lines() {
+    begin_step 'write template and free lines to the cash register'
+    opens_dialog 'Загрузить в кассу' 'Обмен с устройством'
+    # shellcheck disable=SC2086
+    choose_number "$dialog" $NUMBER
+    # shellcheck disable=SC2086
+    tick "$dialog" $FREE_LINES_BOX
+    screenshot_of "$dialog" upload
+    # shellcheck disable=SC2086
+    tick "$dialog" $LOAD_BUTTON
+    until_true find_report
+    is_told upload-report
+    until_true device_has_free_line "$FREE_LINE"
+}
+
+# find_report: a window of the program that is neither its main window nor the exchange.
+find_report() {
+    local id name
+    for id in $(program_windows); do
+        name=$(xdotool getwindowname "$id" 2>/dev/null) || continue
+        if [[ $id != "$window" && $name != 'Обмен с устройством' && $name != 'Запись данных в устройство' &&
+            $name != 'Чтение данных с устройства' ]]; then
+            found_window=$id
+            return 0
+        fi
+    done
+    return 1
+}
+
+device_has_free_line() {
+    grep -qF "\"$1\"" "$program_folder/fpax_state.json"
+}
+
+reads_them_back() {
+    begin_step 'read both back: what travels is what was written'
+    opens_dialog 'Прочитать из кассы' 'Обмен с устройством'
+    # shellcheck disable=SC2086
+    choose_number "$dialog" $NUMBER
+    # shellcheck disable=SC2086
+    tick "$dialog" $FREE_LINES_BOX
+    # shellcheck disable=SC2086
+    tick "$dialog" $LOAD_BUTTON
+    until_true find_report
+    is_told readback-report
+    until_true has_tape_width 576
+    screenshot readback
+    save_file_as readback.csv
+    until_true test -s "$program_folder/readback.csv"
+    until_true travelled_unchanged
+}
+
+travelled_unchanged() {
+    cmp -s <(cut -d ';' -f "$TRAVELLING" "$program_folder/edited.csv") \
+        <(cut -d ';' -f "$TRAVELLING" "$program_folder/readback.csv")
+}
+
+prints_a_test_receipt() {
+    begin_step 'print the test receipt with that template'
+    opens_dialog 'Тестовый чек' 'Печать тестового чека'
+    # shellcheck disable=SC2086
+    choose_number "$dialog" $TEMPLATE_NUMBER
+    screenshot_of "$dialog" test-receipt
+    # shellcheck disable=SC2086
+    tick "$dialog" $PRINT_BUTTON
+    until_true is_gone "$dialog"
+    until_true test -s "$program_folder/fpax_paper/0001-receipt.png"
+    cp "$program_folder/fpax_paper/0001-receipt.png" "$shots/receipt-paper.png"
+    cp "$program_folder/fpax_paper/0001-receipt.txt" "$shots/receipt-paper.txt"
+}

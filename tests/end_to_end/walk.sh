@@ -82,6 +82,7 @@ turns_headings_off_and_on
 changes_the_tape
 saves_what_was_opened
 edits_fields
+works_with_the_device
 magnifies
 leaves
-echo "Everything was as it should be. The screenshots are in $shots"
+echo "Everything was as it should be. The screenshots are in $shots, the receipt is $shots/receipt-paper.png"

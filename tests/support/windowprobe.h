@@ -40,6 +40,9 @@ public:
         return !m_window.redrawPending && !m_window.prevItemGone && m_window.prevItem == single;
     }
 
+    /// Gives the tape a width in dots, also one that no tape has.
+    void setTapeWidth(int width) const { m_window.tapeWidth = width; }
+
     /// Makes the selection loop turn that often.
     void setSelectionTick(int ms) const { m_window.selectionTickMs = ms; }
 
@@ -48,7 +51,36 @@ public:
     QStringList kassaTapes() const { return m_window.kassaTapes; }
     QList<int> kassaCodes() const { return m_window.kassaCodes; }
     QStringList& freeStrings() const { return m_window.freeStrings; }
+    bool keepTempFiles() const { return m_window.keepTempFiles; }
     QMap<int, QString> blockTitles() const { return m_window.gl.blockTitles; }
+
+    // Tables of the device: members that no widget of their own calls.
+    static int parseParam(int index, const QString& v) { return MainWindow::ParseTLVParam(index, v); }
+    void loadRecords(Json::Value& rows, int subTable) const
+    {
+        m_window.LoadFromJsonTLVSubTable(rows, subTable);
+    }
+    void writeRecords(QLumFpax& fpax, Json::Value& rows, QStringList& log) const
+    {
+        m_window.DvcIOWriteTLV20(fpax, rows, log);
+    }
+    void saveRecordsFile(int subTable, bool toFile) const
+    {
+        m_window.SaveToJsonFileTLVSubTable(subTable, toFile);
+    }
+    void loadRecordsFile(int subTable) const { m_window.LoadFromJsonFileTLVSubTableOld(subTable); }
+    void setKeepTempFiles(bool keep) const { m_window.keepTempFiles = keep; }
+    void loadFreeLinesFile() const { m_window.LoadFromJsonFileFreeStr(); }
+    void saveFreeLinesFile() const { m_window.SaveToJsonFileFreeStr(); }
+    QString decodeFreeLine(const QString& hex, bool flag) const
+    {
+        QString line;
+        m_window.RecodeStrsFromBAToUtf(hex, line, flag);
+        return line;
+    }
+
+    /// Runs what stands behind the console's button that is never enabled.
+    void callLoadFile() const { m_window.on_btnDbgLoadFile_clicked(); }
 
     /// The lines of the log; none while it is empty.
     QStringList log() const;

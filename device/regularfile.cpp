@@ -1,0 +1,10 @@
+#include "device/regularfile.h"
+
+#include <QFileInfo>
+
+bool openRegularFile(QFile& file, QIODevice::OpenMode mode)
+{
+    const QFileInfo info(file.fileName());
+    const bool isSpecial = info.exists() && !info.isFile() && !info.isDir();
+    return !isSpecial && file.open(mode); // a folder is left to the toolkit, which has words for it
+}

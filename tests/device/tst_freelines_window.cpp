@@ -1,0 +1,316 @@
+#include "support/session.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+const QString kFile = QStringLiteral("tables.json");
+
+/// A line of the file.
+QByteArray line(const QByteArray& row, const QByteArray& v, const QByteArray& table = "21")
+{
+    return R"({"t": )" + table + R"(, "f": 1, "r": )" + row + R"(, "v": )" + v + "}";
+}
+
+QByteArray listOf(const QList<QByteArray>& elements)
+{
+    return "[" + elements.join(", ") + "]";
+}
+
+/// The letters of code page 866 behind its ASCII half, in their order there.
+const QString kUpperHalf = QStringLiteral("АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯабвгдежзийклмноп"
+                                          "░▒▓│┤╡╢╖╕╣║╗╝╜╛┐└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀"
+                                          "рстуфхцчшщъыьэюяЁёЄєЇїЎў°∙·√№¤■\u00a0");
+
+/// What the file holds of three lines.
+const QString kWrittenFile = QStringLiteral(R"([
+	{
+		"f" : 1,
+		"r" : 1,
+		"t" : 21,
+		"v" : "8FE0A8A2A5E22C20F1ABAAA020FC3121"
+	},
+	{
+		"f" : 1,
+		"r" : 2,
+		"t" : 21,
+		"v" : ""
+	},
+	{
+		"f" : 1,
+		"r" : 3,
+		"t" : 21,
+		"v" : "C4"
+	}
+]
+)");
+
+} // namespace
+
+/// The free lines and the file tables.json.
+class TestFreeLinesWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+
+    void digitsBecomeALine_data();
+    void digitsBecomeALine();
+    void linesAreRead_data();
+    void linesAreRead();
+    void missingFileLeavesNoLines();
+    void unreadableFileLeavesNoLines_data();
+    void unreadableFileLeavesNoLines();
+
+    void linesAreWritten();
+    void noLinesAreAnEmptyList();
+    void unknownCharactersTakeTheirPlace();
+    void unwritableFileIsTold();
+    void everyLetterComesBack();
+    void emptyLineIsLostOnItsWay();
+
+private:
+    Session& s() { return *m_session; }
+
+    std::unique_ptr<Session> m_session;
+};
+
+void TestFreeLinesWindow::initTestCase()
+{
+    m_session = std::make_unique<Session>();
+}
+
+void TestFreeLinesWindow::cleanupTestCase()
+{
+    m_session.reset();
+}
+
+void TestFreeLinesWindow::init()
+{
+    QFile::remove(s().dir.path(kFile));
+    s().probe.freeStrings() = {"прежняя"};
+    s().robot.takeTexts();
+    s().log.takeNew();
+}
+
+void TestFreeLinesWindow::digitsBecomeALine_data()
+{
+    QTest::addColumn<QString>("hex");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("ASCII") << "48656C6C6F21"
+                           << "Hello!";
+    QTest::newRow("Cyrillic") << "8FE0A8A2A5E2"
+                              << "Привет";
+    QTest::newRow("lower case") << "8fe0a8a2a5e2"
+                                << "Привет";
+    QTest::newRow("signs") << "F0F1FC20C4"
+                           << "Ёё№ ─";
+    QTest::newRow("odd digits") << "80818"
+                                << "АБ";
+    QTest::newRow("one digit") << "8"
+                               << "";
+    QTest::newRow("blanks") << "202080"
+                            << "  А";
+}
+
+void TestFreeLinesWindow::digitsBecomeALine()
+{
+    QFETCH(const QString, hex);
+    QTEST(s().probe.decodeFreeLine(hex, false), "text");
+    QTEST(s().probe.decodeFreeLine(hex, true), "text");
+}
+
+void TestFreeLinesWindow::linesAreRead_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("two lines") << listOf({line("1", "\"80\""), line("2", "\"81\"")}) << QStringList{"А", "Б"};
+    QTest::newRow("order of the file")
+        << listOf({line("3", "\"82\""), line("1", "\"80\""), line("2", "\"81\"")})
+        << QStringList{"В", "А", "Б"};
+    QTest::newRow("one row twice") << listOf({line("1", "\"80\""), line("1", "\"81\"")})
+                                   << QStringList{"А", "Б"};
+    QTest::newRow("rows") << listOf({line("0", "\"80\""), line("1", "\"81\""), line("255", "\"82\""),
+                                     line("256", "\"83\""), line("-1", "\"84\"")})
+                          << QStringList{"Б", "В"};
+    QTest::newRow("tables") << listOf({line("1", "\"80\"", "20"), line("1", "\"81\"", "21"),
+                                       line("1", "\"82\"", "0"), line("1", "\"83\"", "-21")})
+                            << QStringList{"Б"};
+    QTest::newRow("empty line") << listOf({line("1", "\"\""), line("2", "\"81\"")}) << QStringList{"Б"};
+    QTest::newRow("odd digits") << listOf({line("1", "\"80818\""), line("2", "\"8\"")})
+                                << QStringList{"АБ", ""};
+    QTest::newRow("field does not matter")
+        << QByteArray(R"([{"t": 21, "f": 7, "r": 1, "v": "80"}, {"t": 21, "r": 2, "v": "81"}])")
+        << QStringList{"А", "Б"};
+    QTest::newRow("empty list") << QByteArray("[]") << QStringList();
+    QTest::newRow("strange elements") << listOf({"5", "\"80\"", "null", "true", "1.5", "[]",
+                                                 "[" + line("1", "\"80\"") + "]", "{}", line("1", "\"81\"")})
+                                      << QStringList{"Б"};
+    QTest::newRow("wrong types") << listOf({line("\"1\"", "\"80\""), line("[1]", "\"80\""),
+                                            line("{}", "\"80\""), line("99999999999", "\"80\""),
+                                            line("1", "\"80\"", "\"21\""), line("1", "\"80\"", "[21]"),
+                                            line("1", "[]"), line("1", "{}"), line("1", "null"),
+                                            line("2", "\"81\"")})
+                                 << QStringList{"Б"};
+    QTest::newRow("missing members") << QByteArray(
+                                            R"([{"t": 21, "v": "80"}, {"r": 1, "v": "80"}, {"t": 21, "r": 1},
+                         {"t": 21, "r": 1, "v": "81"}])")
+                                     << QStringList{"Б"};
+    QTest::newRow("comments") << "// lines\n" + listOf({line("1", "\"80\"")}) + "\n/* end */"
+                              << QStringList{"А"};
+}
+
+void TestFreeLinesWindow::linesAreRead()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QStringList, lines);
+    s().dir.write(kFile, text);
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings(), lines);
+    QCOMPARE(s().log.takeNew(), QStringList{QStringLiteral("Read FreeStr kol=%1").arg(lines.size())});
+    QCOMPARE(s().robot.takeTexts(), QStringList());
+    QCOMPARE(bytesOf(s().dir.path(kFile)), text);
+}
+
+void TestFreeLinesWindow::missingFileLeavesNoLines()
+{
+    for (const bool isFolder : {false, true}) {
+        if (isFolder)
+            QVERIFY(QDir().mkdir(s().dir.path(kFile)));
+        s().probe.freeStrings() = {"прежняя"};
+        s().probe.loadFreeLinesFile();
+        QCOMPARE(s().probe.freeStrings(), QStringList());
+        const auto boxes = s().robot.takeBoxes();
+        QCOMPARE(boxes.size(), 1);
+        QCOMPARE(boxes[0].text, "Ошибка ввода-вывода!");
+        QCOMPARE(boxes[0].icon, QMessageBox::Warning);
+        QCOMPARE(s().log.takeNew(),
+                 QStringList{"Не удалось открыть файл с настройками [" + s().dir.path(kFile) + "]"});
+    }
+    QVERIFY(QDir().rmdir(s().dir.path(kFile)));
+}
+
+void TestFreeLinesWindow::unreadableFileLeavesNoLines_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("text") << QByteArray("строка");
+    QTest::newRow("cut") << listOf({line("1", "\"80\"")}).chopped(1);
+    QTest::newRow("comma") << "[" + line("1", "\"80\"") + ",]";
+    QTest::newRow("number") << QByteArray("21");
+    QTest::newRow("string") << QByteArray("\"80\"");
+    QTest::newRow("null") << QByteArray("null");
+    QTest::newRow("object") << QByteArray("{}");
+    QTest::newRow("one line") << line("1", "\"80\"");
+    QTest::newRow("object of lines") << "{\"a\": " + line("1", "\"80\"") + "}";
+    QTest::newRow("deeply nested") << QByteArray(200000, '[') + QByteArray(200000, ']');
+    QTest::newRow("nested objects") << QByteArray("{\"a\":").repeated(5000) + "1" + QByteArray(5000, '}');
+    QTest::newRow("zeros") << QByteArray(100, '\0');
+}
+
+void TestFreeLinesWindow::unreadableFileLeavesNoLines()
+{
+    QFETCH(const QByteArray, text);
+    s().dir.write(kFile, text);
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings(), QStringList());
+    const auto boxes = s().robot.takeBoxes();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].text, "Не удалось разобрать свободные строки!");
+    QCOMPARE(boxes[0].icon, QMessageBox::Warning);
+    QVERIFY(s().log.takeNew().filter("Read FreeStr").isEmpty());
+}
+
+void TestFreeLinesWindow::linesAreWritten()
+{
+    s().dir.write(kFile, QByteArray(5000, 'x'));
+    s().probe.freeStrings() = {"Привет, ёлка №1!", "", "─"};
+    s().probe.saveFreeLinesFile();
+    QCOMPARE(s().robot.takeTexts(), QStringList());
+    QCOMPARE(QString::fromUtf8(bytesOf(s().dir.path(kFile))).replace("   ", "\t"), kWrittenFile);
+}
+
+void TestFreeLinesWindow::noLinesAreAnEmptyList()
+{
+    s().probe.freeStrings().clear();
+    s().probe.saveFreeLinesFile();
+    QCOMPARE(bytesOf(s().dir.path(kFile)).trimmed(), "[]");
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings(), QStringList());
+    QCOMPARE(s().log.takeNew(), QStringList{"Read FreeStr kol=0"});
+    QCOMPARE(s().robot.takeTexts(), QStringList());
+}
+
+void TestFreeLinesWindow::unknownCharactersTakeTheirPlace()
+{
+    s().probe.freeStrings() = {"А€Б", "А«Б»"};
+    s().probe.saveFreeLinesFile();
+    s().probe.loadFreeLinesFile();
+    const QStringList lines = s().probe.freeStrings();
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(lines[0].size(), 3);
+    QCOMPARE(lines[0].front(), u'А');
+    QVERIFY(lines[0][1] != u'€');
+    QCOMPARE(lines[0].back(), u'Б');
+    QCOMPARE(lines[1].size(), 4);
+    QCOMPARE(lines[1][2], u'Б');
+}
+
+void TestFreeLinesWindow::unwritableFileIsTold()
+{
+    QVERIFY(QDir().mkdir(s().dir.path(kFile)));
+    s().probe.saveFreeLinesFile();
+    QVERIFY(QDir().rmdir(s().dir.path(kFile)));
+    const auto boxes = s().robot.takeBoxes();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].text, "Не удалось открыть файл для записи!");
+    QCOMPARE(boxes[0].icon, QMessageBox::Warning);
+    QCOMPARE(s().probe.freeStrings(), QStringList{"прежняя"});
+}
+
+void TestFreeLinesWindow::everyLetterComesBack()
+{
+    QCOMPARE(kUpperHalf.size(), 128);
+    QString hex;
+    for (int byte = 128; byte < 256; ++byte)
+        hex += QString::number(byte, 16).toUpper();
+    QCOMPARE(s().probe.decodeFreeLine(hex, false), kUpperHalf);
+
+    QString ascii;
+    for (char16_t character = u' '; character < 127; ++character)
+        ascii += character;
+    s().probe.freeStrings() = {kUpperHalf, ascii};
+    s().probe.saveFreeLinesFile();
+    QVERIFY(bytesOf(s().dir.path(kFile)).contains(hex.toLatin1()));
+    s().probe.freeStrings().clear();
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings(), (QStringList{kUpperHalf, ascii}));
+}
+
+void TestFreeLinesWindow::emptyLineIsLostOnItsWay()
+{
+    s().probe.freeStrings() = {"1", "", " ", "4"};
+    s().probe.saveFreeLinesFile();
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings(), (QStringList{"1", " ", "4"}));
+    QCOMPARE(s().log.takeNew(), QStringList{"Read FreeStr kol=3"});
+
+    // Rows beyond the last one of the device are written, and left out when they are read.
+    s().probe.freeStrings() = QStringList(256, "x");
+    s().probe.saveFreeLinesFile();
+    s().probe.loadFreeLinesFile();
+    QCOMPARE(s().probe.freeStrings().size(), 255);
+}
+
+QTEST_MAIN(TestFreeLinesWindow)
+
+#include "tst_freelines_window.moc"
