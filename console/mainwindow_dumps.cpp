@@ -74,7 +74,7 @@ void MainWindow::dumpMasks()
         const BD_T20Items::T20Item& item = bd.getPoleByKey(key);
         QString row;
         for (int block = 0; block < maket.blockCount; ++block)
-            row += tr("[%1]").arg((item.BL_MASK >> block & 1U) != 0 ? u'8' : u'_');
+            row += tr("[%1]").arg((item.BL_MASK >> block & 1U) != 0 ? QLatin1Char('8') : QLatin1Char('_'));
         LogAddDbg(row + item.DescView);
     }
 }

@@ -89,8 +89,20 @@ public:
     int raiseError(int status)
     {
         T* const source = driver();
-        if (status >= 0)
-            return status;
+        return status >= 0 ? status : raiseFailure(source, status);
+    }
+
+    /// A text as a driver takes it: wide characters with a zero at the end.
+    static QVector<wchar_t> toWide(const QString& text)
+    {
+        QVector<wchar_t> wide(text.size() + 1, L'\0');
+        text.toWCharArray(wide.data());
+        return wide;
+    }
+
+private:
+    int raiseFailure(T* source, int status)
+    {
         int code = 0;
         source->getResultCode(&code);
         if (code == 0)
@@ -105,15 +117,6 @@ public:
         throw Exception(QObject::tr("%1 (%2)").arg(message, badParam));
     }
 
-    /// A text as a driver takes it: wide characters with a zero at the end.
-    static QVector<wchar_t> toWide(const QString& text)
-    {
-        QVector<wchar_t> wide(text.size() + 1, L'\0');
-        text.toWCharArray(wide.data());
-        return wide;
-    }
-
-private:
     /// More than any driver has to say: an answer that asks for a longer buffer is no text.
     static constexpr int kLongestText = 1 << 24;
 

@@ -1,0 +1,43 @@
+// A driver library without a driver of its own: it hands out the one that it was offered last.
+
+#include "device/ifpax.h"
+
+using LUM::Fpax::IFpax;
+
+#if defined(_WIN32)
+#define DRIVER_EXPORT extern "C" __declspec(dllexport)
+#else
+#define DRIVER_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace {
+
+IFpax* offered = nullptr;
+int releases = 0;
+
+} // namespace
+
+DRIVER_EXPORT IFpax* CreateFpaxInterface(int version)
+{
+    return version == 13 ? offered : nullptr;
+}
+
+DRIVER_EXPORT void ReleaseFpaxInterface(IFpax** instance)
+{
+    if (instance == nullptr || *instance != offered)
+        return;
+    ++releases;
+    *instance = nullptr;
+}
+
+DRIVER_EXPORT void OfferDriver(IFpax* driver)
+{
+    offered = driver;
+    releases = 0;
+}
+
+/// How often the driver was given back since it was offered.
+DRIVER_EXPORT int ReleaseCount()
+{
+    return releases;
+}
