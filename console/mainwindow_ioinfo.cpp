@@ -31,7 +31,7 @@ void MainWindow::checkDriver()
     IFpax* driver = library.CoCreateInstance(LUM::Fpax::kInterfaceVersion);
     checkDriverObject(
         driver, [&library, &driver] { library.CoReleaseInstance(&driver); },
-        [this](QLumFpax&) { msgBoxWarnOK(tr("In mode program now")); });
+        [](QLumFpax&) { msgBoxWarnOK(tr("In mode program now")); });
 }
 
 void MainWindow::on_btnDbgLoadFile_clicked()
