@@ -7,11 +7,15 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QEvent>
+#include <QGraphicsItem>
+#include <QGraphicsScene>
 #include <QJsonDocument>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+
+#include <algorithm>
 
 const char* const kQuestionTitle = "Обмен с устройством";
 const char* const kReadingTitle = "Чтение данных с устройства";
@@ -189,6 +193,13 @@ QByteArray TransferBench::saved()
 QString TransferBench::chosenModel() const
 {
     return named<QComboBox>(*window, "comboKassa")->currentText();
+}
+
+bool TransferBench::isTapeEmpty() const
+{
+    const auto items = WindowProbe(*window).scene().items();
+    return std::none_of(items.cbegin(), items.cend(),
+                        [](const QGraphicsItem* item) { return item->type() > QGraphicsItem::UserType; });
 }
 
 QJsonArray TransferBench::takeTrace() const

@@ -86,6 +86,8 @@ struct TransferBench : ConnectionBench
     /// Saves the template and reads the file.
     QByteArray saved();
     QString chosenModel() const;
+    /// No block, no line and no field is drawn.
+    bool isTapeEmpty() const;
 
     /// The calls of the driver since the last look, with thread, begin and end.
     QJsonArray takeTrace() const;

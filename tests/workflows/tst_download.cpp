@@ -196,7 +196,7 @@ void TestDownload::longTableIsRead()
 
 void TestDownload::commandsComeWithATemplate()
 {
-    TransferBench b({});
+    TransferBench b(QList<FieldRow>{});
     QVERIFY(areTemplateCommands(*b.window, false));
     QVERIFY(!b.isEnabled("actionUpLoad"));
     b.setTemplates({{1, deviceFields()}});
@@ -328,7 +328,7 @@ void TestDownload::nothingReadLeavesNoTemplate()
     QCOMPARE(b.robot.takeTexts(), QStringList({"Корректных данных не найдено!", report}));
     QCOMPARE(b.watch->takeNew(), downloadLines(1, {}) + endLines());
     QVERIFY(areTemplateCommands(*b.window, false));
-    QCOMPARE(WindowProbe(*b.window).scene().items().size(), 0);
+    QVERIFY(b.isTapeEmpty());
     QCOMPARE(listedFields(*b.window), QStringList());
     QTRY_VERIFY(!b.isEnabled("actionUpLoad"));
 

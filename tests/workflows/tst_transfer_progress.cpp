@@ -65,8 +65,8 @@ QString threadDifference(const QJsonArray& trace)
         const QString operation = value["op"].toString();
         const bool isDuringWork =
             value["begin"].toDouble() >= workBegin && value["end"].toDouble() <= workEnd;
-        if (operation == u"getResultCode" && !isDuringWork)
-            continue; // either of them asks for it
+        if (!isDuringWork && (operation.startsWith(u"getResult") || operation.startsWith(u"getBadParam")))
+            continue; // each of them asks about its own last operation
         const bool isWork = isDuringWork || operation == u"getAnswerBuffer";
         if (value["thread"].toString() != (isWork ? worker : mainThread))
             return QStringLiteral("wrong thread: ") + operation;
