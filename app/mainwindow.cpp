@@ -23,6 +23,9 @@ constexpr int kCloseWaitMs = 500;
 void showModalBox(QMessageBox::Icon icon, const QString& title, const QString& text)
 {
     QMessageBox box;
+    // By itself the box looks for marks in the first line only.
+    if (text.contains(QLatin1String("<FONT")))
+        box.setTextFormat(Qt::RichText);
     box.setWindowTitle(title);
     box.setIcon(icon);
     box.setText(text);

@@ -59,8 +59,11 @@ public:
 
     void CoReleaseInstance(T** instance) const
     {
-        if (isUsable())
-            release(instance);
+        try {
+            if (isUsable())
+                release(instance);
+        } catch (...) { // it goes with the library then
+        }
     }
 
 private:
