@@ -54,6 +54,7 @@ EmulatedDevice::EmulatedDevice(const QString& folder)
     qputenv(kHome, QFile::encodeName(folder));
     // By its own name: a library that is loaded by the name of the link would be found without the link.
     m_library.setFileName(QStringLiteral(FPAX_PATH));
+    m_isLoadedElsewhere = m_library.isLoaded();
     if (!m_library.load())
         qFatal("%s", qPrintable(m_library.errorString()));
     control({{"cmd", "reset"}});
@@ -62,7 +63,9 @@ EmulatedDevice::EmulatedDevice(const QString& folder)
 EmulatedDevice::~EmulatedDevice()
 {
     control({{"cmd", "reset"}});
-    m_library.unload();
+    // Who met the library loaded has no share in it.
+    if (!m_isLoadedElsewhere)
+        m_library.unload();
     qunsetenv(kHome);
     QFile::remove(m_file);
 }

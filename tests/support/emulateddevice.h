@@ -54,6 +54,7 @@ private:
     QString m_folder;
     QString m_file;
     QLibrary m_library;
+    bool m_isLoadedElsewhere = false;
 };
 
 /// What the failing operations report as their description.
