@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "app/csettings.h"
+#include "device/devicecodes.h"
 #include "device/krdlibrary.h"
 #include "device/qlumfpax.h"
 
@@ -10,8 +11,6 @@
 using LUM::Fpax::IFpax;
 
 namespace {
-
-constexpr int kModeProgramming = 4;
 
 QString driverPath()
 {
@@ -59,7 +58,7 @@ void MainWindow::on_btnDbgLoadFile_clicked()
     const auto writeTemplate = [this, &rows](QLumFpax& fpax) {
         msgBoxWarnOK(tr("test"));
         LogAddDbg(tr("Вход в режим программирования..."));
-        fpax.setInt(&IFpax::setMode, kModeProgramming);
+        fpax.setInt(&IFpax::setMode, DeviceCode::kModeProgramming);
         fpax.execMethod(&IFpax::enterMode);
         QStringList lines;
         DvcIOWriteTLV20(fpax, rows, lines);

@@ -1,5 +1,7 @@
 #include "device/clkrd9io.h"
 
+#include "device/devicecodes.h"
+
 #include <QCoreApplication>
 
 using LUM::Fpax::IFpax;
@@ -7,10 +9,6 @@ using LUM::Fpax::IFpax;
 clKRD9IO KRD9IO;
 
 namespace {
-
-constexpr int kModeReports = 3;
-constexpr int kModeProgramming = 4;
-constexpr int kClosingReport = 1;
 
 constexpr int kFirmwareUnit = 145;
 constexpr int kTemplateUnit = 160;
@@ -83,8 +81,7 @@ int clKRD9IO::getStatus()
     try {
         readDevice();
         connected = true;
-        fpax().setInt(&IFpax::setMode, kModeProgramming);
-        fpax().execMethod(&IFpax::enterMode);
+        enterDeviceMode(DeviceCode::kModeProgramming);
     } catch (const Exception&) {
         return 0;
     }
@@ -138,11 +135,17 @@ QString clKRD9IO::getDeviceModel() const
     return end > 0 ? deviceText.left(end) : QString();
 }
 
+/// Throws Exception if the device refuses the mode.
+void clKRD9IO::enterDeviceMode(int mode)
+{
+    fpax().setInt(&IFpax::setMode, mode);
+    fpax().execMethod(&IFpax::enterMode);
+}
+
 int clKRD9IO::enterModeProgram()
 {
     try {
-        fpax().setInt(&IFpax::setMode, kModeProgramming);
-        fpax().execMethod(&IFpax::enterMode);
+        enterDeviceMode(DeviceCode::kModeProgramming);
     } catch (const Exception&) {
         modeProgram = false;
         return kDriverError;
@@ -174,9 +177,8 @@ int clKRD9IO::releasePort()
 int clKRD9IO::closeSession()
 {
     try {
-        fpax().setInt(&IFpax::setMode, kModeReports);
-        fpax().execMethod(&IFpax::enterMode);
-        fpax().setInt(&IFpax::setReportType, kClosingReport);
+        enterDeviceMode(DeviceCode::kModeReports);
+        fpax().setInt(&IFpax::setReportType, DeviceCode::kClosingReport);
         fpax().execMethod(&IFpax::makeReport);
     } catch (const Exception&) {
         return kDriverError;

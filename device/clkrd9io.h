@@ -105,6 +105,7 @@ private:
     QLumFpax& fpax();
     void readDevice();
     QString unitVersion();
+    void enterDeviceMode(int mode);
     bool readRow(int subTable, int row);
     void prepareTables();
     void cancelOpenReceipt(QStringList& log);

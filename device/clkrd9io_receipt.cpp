@@ -1,5 +1,7 @@
 #include "device/clkrd9io.h"
 
+#include "device/devicecodes.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <exception>
@@ -8,9 +10,6 @@ using LUM::Fpax::IFpax;
 
 namespace {
 
-constexpr int kModeRegistration = 1;
-constexpr int kModeReports = 3;
-constexpr int kClosingReport = 1;
 constexpr int kSale = 1;
 
 // Result codes of the driver that a receipt expects.
@@ -121,8 +120,7 @@ void clKRD9IO::openReceipt(QStringList& log)
 {
     const auto open = [this, &log] {
         pulse(log, tr("Вход в режим регистрации..."));
-        fpax().setInt(&IFpax::setMode, kModeRegistration);
-        fpax().execMethod(&IFpax::enterMode);
+        enterDeviceMode(DeviceCode::kModeRegistration);
         pulse(log, tr("Открытие чека..."));
         fpax().setInt(&IFpax::setCheckType, kSale);
         fpax().execMethod(&IFpax::openCheck);
@@ -133,10 +131,9 @@ void clKRD9IO::openReceipt(QStringList& log)
         if (fpax().getInt(&IFpax::getResultCode) != kShiftMustBeClosed)
             return;
         pulse(log, tr("Вход в режим отчетов с гашением..."));
-        fpax().setInt(&IFpax::setMode, kModeReports);
-        fpax().execMethod(&IFpax::enterMode);
+        enterDeviceMode(DeviceCode::kModeReports);
         pulse(log, tr("Печать Z-отчета..."));
-        fpax().setInt(&IFpax::setReportType, kClosingReport);
+        fpax().setInt(&IFpax::setReportType, DeviceCode::kClosingReport);
         fpax().execMethod(&IFpax::makeReport);
         open();
     }

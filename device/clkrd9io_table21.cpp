@@ -1,13 +1,11 @@
 #include "device/clkrd9io.h"
 
+#include "device/devicecodes.h"
+
 using LUM::Fpax::IFpax;
 
 namespace {
 
-constexpr int kModeProgramming = 4;
-
-constexpr int kFreeLineTable = 21;
-constexpr int kTextField = 1;
 constexpr int kTextType = 1;
 
 /// A device that refuses no row at all is not asked for ever.
@@ -19,8 +17,7 @@ constexpr int kLastRow = 65535;
 void clKRD9IO::prepareTables()
 {
     fpax().setInt(&IFpax::setDeviceEnabled, 1);
-    fpax().setInt(&IFpax::setMode, kModeProgramming);
-    fpax().execMethod(&IFpax::enterMode);
+    enterDeviceMode(DeviceCode::kModeProgramming);
 }
 
 int clKRD9IO::readTable21(QStringList& lines)
@@ -29,10 +26,10 @@ int clKRD9IO::readTable21(QStringList& lines)
         lines.clear();
         prepareTables();
         try {
-            fpax().setInt(&IFpax::setTableNumber, kFreeLineTable);
+            fpax().setInt(&IFpax::setTableNumber, DeviceCode::kFreeLineTable);
             for (int row = 1; row <= kLastRow; ++row) {
                 fpax().setInt(&IFpax::setRowNumber, row);
-                fpax().setInt(&IFpax::setFieldNumber, kTextField);
+                fpax().setInt(&IFpax::setFieldNumber, DeviceCode::kFreeLineField);
                 fpax().setInt(&IFpax::setFieldType, kTextType);
                 if (fpax().execMethod(&IFpax::readTableField) < 0)
                     break;
@@ -53,8 +50,8 @@ int clKRD9IO::writeTable21(const QStringList& lines)
     try {
         prepareTables();
         try {
-            fpax().setInt(&IFpax::setTableNumber, kFreeLineTable);
-            fpax().setInt(&IFpax::setFieldNumber, kTextField);
+            fpax().setInt(&IFpax::setTableNumber, DeviceCode::kFreeLineTable);
+            fpax().setInt(&IFpax::setFieldNumber, DeviceCode::kFreeLineField);
             for (int i = 1; i <= lines.size(); ++i) {
                 fpax().setInt(&IFpax::setRowNumber, i);
                 const QString text = QString::fromUtf8(lines.at(i - 1).toUtf8().constData());

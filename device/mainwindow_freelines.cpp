@@ -2,12 +2,11 @@
 #include "ui_mainwindow.h"
 
 #include "app/csettings.h"
+#include "device/devicecodes.h"
 #include "device/jsonfile.h"
 
 namespace {
 
-constexpr int kFreeLineTable = 21;
-constexpr int kTextField = 1;
 constexpr int kLastRow = 255;
 
 QString freeLinesPath()
@@ -22,7 +21,8 @@ QString freeLineDigits(const Json::Value& element)
         return {};
     try {
         const int row = element["r"].asInt();
-        const bool isFreeLine = element["t"].asInt() == kFreeLineTable && row >= 1 && row <= kLastRow;
+        const bool isFreeLine =
+            element["t"].asInt() == DeviceCode::kFreeLineTable && row >= 1 && row <= kLastRow;
         return isFreeLine ? QString::fromStdString(element["v"].asString()) : QString();
     } catch (const Json::Exception&) {
         return {};
@@ -69,8 +69,8 @@ void MainWindow::SaveToJsonFileFreeStr()
     for (qsizetype i = 0; i < freeStrings.size(); ++i) {
         const QByteArray digits = encoder866.fromUnicode(freeStrings.at(i)).toHex().toUpper();
         Json::Value line(Json::objectValue);
-        line["t"] = kFreeLineTable;
-        line["f"] = kTextField;
+        line["t"] = DeviceCode::kFreeLineTable;
+        line["f"] = DeviceCode::kFreeLineField;
         line["r"] = static_cast<int>(i) + 1;
         line["v"] = digits.toStdString();
         lines.append(line);
