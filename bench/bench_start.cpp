@@ -124,6 +124,12 @@ int main(int argc, char** argv)
         "start to the first painted window", kRounds, kTimeBound, [&] { return subject.secondsToPaint(); }, 1,
         [&] { return floor.secondsToPaint(); }, 1);
     table.compare("its peak memory, in KiB", kMemoryBound, subject.peaks(), floor.peaks());
+    StartedProgram word(QStringLiteral(START_FLOOR_PATH), {QStringLiteral("word")});
+    StartedProgram again(QStringLiteral(START_SUBJECT_PATH), {folder.path()});
+    table.compare(
+        "the start against a window with one word", kRounds, MeasureTable::kNoBound,
+        [&] { return again.secondsToPaint(); }, 1, [&] { return word.secondsToPaint(); }, 1);
+    table.compare("its peak memory, in KiB", MeasureTable::kNoBound, again.peaks(), word.peaks());
     reportSteps("the program", QStringLiteral(START_SUBJECT_PATH), {folder.path(), QStringLiteral("steps")});
     reportSteps("the empty window", QStringLiteral(START_FLOOR_PATH), {});
     return table.exitCode();

@@ -27,7 +27,7 @@ double secondsOf(const std::function<void()>& work)
 
 MeasureTable::MeasureTable()
 {
-    std::printf("%-44s %12s %12s %7s %7s\n", "measure", "subject, ns", "floor, ns", "ratio", "bound");
+    std::printf("%-50s %12s %12s %7s %7s\n", "measure", "subject, ns", "floor, ns", "ratio", "bound");
 }
 
 void MeasureTable::compare(const std::string& name, int rounds, double bound, const TimedWork& subject,
@@ -57,8 +57,11 @@ void MeasureTable::printRow(const std::string& name, double bound, double subjec
     const double ratio = subject / floor;
     const bool held = ratio <= bound;
     m_allHeld = m_allHeld && held;
-    std::printf("%-44s %12.1f %12.1f %7.3f %7.2f%s\n", name.c_str(), subject, floor, ratio, bound,
-                held ? "" : "  OVER");
+    std::printf("%-50s %12.1f %12.1f %7.3f", name.c_str(), subject, floor, ratio);
+    if (bound == kNoBound)
+        std::printf(" %7s\n", "none");
+    else
+        std::printf(" %7.2f%s\n", bound, held ? "" : "  OVER");
     std::fflush(stdout);
 }
 
@@ -73,6 +76,6 @@ void MeasureTable::report(const std::string& name, int rounds, const TimedWork& 
 
 void MeasureTable::report(const std::string& name, const std::vector<double>& times, double units)
 {
-    std::printf("%-44s %12.1f\n", name.c_str(), medianOf(times) / units * kNanosecondsPerSecond);
+    std::printf("%-50s %12.1f\n", name.c_str(), medianOf(times) / units * kNanosecondsPerSecond);
     std::fflush(stdout);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,9 @@ double medianOf(std::vector<double> values);
 class MeasureTable
 {
 public:
+    /// The bound of a measure that only informs.
+    static constexpr double kNoBound = std::numeric_limits<double>::infinity();
+
     /// Prints the head of the table.
     MeasureTable();
 
