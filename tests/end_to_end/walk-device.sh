@@ -109,6 +109,7 @@ reads_the_free_lines() {
 edits_a_free_line() {
     begin_step 'edit the first free line'
     opens_dialog 'Редактировать' 'Редактор строк'
+    screenshot_of "$dialog" free-lines-read
     # shellcheck disable=SC2086
     xdotool mousemove --window "$dialog" $FIRST_FREE_LINE click --repeat 2 --delay 50 1
     until_settled

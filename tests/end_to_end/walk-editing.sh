@@ -69,6 +69,7 @@ is_refused_a_block() {
     until_true has_focus "$found_window"
     until_true differs_from "$block" "value $BLOCK_ROW"
     screenshot refused
+    screenshot_of "$found_window" refused-box
     xdotool key Return
     until_true is_gone "$found_window"
     until_true has_focus "$window"
@@ -103,6 +104,7 @@ adds_a_line() {
     pick 315 148
     until_true has_colour 315 148 "$YELLOW"
     until_true has_not_colour -14 150 "$WHITE"
+    screenshot line-picked
     begin_step 'add a line above it'
     pick -14 157
     until_true has_colour 315 148 "$MAGENTA"
