@@ -180,6 +180,11 @@ travelled_unchanged() {
         <(cut -d ';' -f "$TRAVELLING" "$program_folder/readback.csv")
 }
 
+# is_whole_receipt NAME: its text is there, and its picture is written to the end.
+is_whole_receipt() {
+    [[ -s $1.txt && $(tail -c 8 "$1.png" 2>/dev/null | head -c 4) == IEND ]]
+}
+
 prints_a_test_receipt() {
     begin_step 'print the test receipt with that template'
     opens_dialog 'Тестовый чек' 'Печать тестового чека'
@@ -189,7 +194,7 @@ prints_a_test_receipt() {
     # shellcheck disable=SC2086
     tick "$dialog" $PRINT_BUTTON
     until_true is_gone "$dialog"
-    until_true test -s "$program_folder/fpax_paper/0001-receipt.png"
+    until_true is_whole_receipt "$program_folder/fpax_paper/0001-receipt"
     cp "$program_folder/fpax_paper/0001-receipt.png" "$shots/receipt-paper.png"
     cp "$program_folder/fpax_paper/0001-receipt.txt" "$shots/receipt-paper.txt"
 }

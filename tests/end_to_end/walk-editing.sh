@@ -210,7 +210,7 @@ click_first_line() {
 
 # has_edits FILE: it differs from the sample in EDITS alone.
 has_edits() {
-    [[ $(differences "$here/../../samples/grocery-80mm.csv" "$1") == "$EDITS" ]]
+    [[ -s $1 && $(differences "$here/../../samples/grocery-80mm.csv" "$1") == "$EDITS" ]]
 }
 
 # differences FILE FILE: a line for each column that differs, "FIELD COLUMN BEFORE AFTER". Column 13 fills the row up to
