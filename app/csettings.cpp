@@ -2,14 +2,12 @@
 
 #include <QCoreApplication>
 
-cSettings Settings;
+cSettings Settings; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): one by design
 
 cSettings::cSettings()
     : confMasks{QStringLiteral("*.con")}
     , styleGood(QStringLiteral("color: green;"))
     , styleBad(QStringLiteral("color: red;"))
-    , paramA(2)
-    , paramB(3)
 {
 }
 

@@ -18,9 +18,9 @@ public:
     QStringList confMasks;
     QString styleGood;
     QString styleBad;
-    int paramA;
-    int paramB;
+    int paramA = 2;
+    int paramB = 3;
 };
 
 /// The one instance; made before `main`, destroyed after it.
-extern cSettings Settings;
+extern cSettings Settings; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): one by design

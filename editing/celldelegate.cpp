@@ -33,6 +33,7 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
     }
     m_condemned.clear();
     if (m_dismissed)
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): a delegate's functions are const in Qt
         const_cast<CellDelegate*>(this)->deleteLater();
 }
 

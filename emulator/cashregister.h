@@ -47,7 +47,7 @@ public:
     /// Version of a unit: 145 firmware, 160 templates.
     Outcome unitVersion(int unit, UnitVersion& version) const;
 
-    Outcome enterMode(int mode);
+    Outcome enterMode(int number);
     Outcome resetMode();
 
     Outcome openReceipt(int type);

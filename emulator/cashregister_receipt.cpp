@@ -17,7 +17,6 @@ constexpr int kMaxTextLength = 1000;
 constexpr int kMaxGroup = 16;
 constexpr int kMaxTax = 6;
 constexpr int kLastPaymentType = 3;
-constexpr int kCash = 0;
 constexpr qint64 kRouble = 100;
 constexpr int kFirstTemplate = 1;
 

@@ -91,11 +91,11 @@ Outcome CashRegister::writeField(const FieldAddress& address, const QString& tex
         return reached;
     if (isTemplateSwitch(address)) {
         const std::optional<QByteArray> bytes = bytesFromHex(text);
-        const bool known = bytes && bytes->size() == 1 &&
-                           (bytes->front() == 0 || m_state.templates.contains(bytes->front()));
-        if (!known)
+        const bool isOneByte = bytes && bytes->size() == 1;
+        const int number = isOneByte ? static_cast<unsigned char>(bytes->front()) : -1;
+        if (number != 0 && !m_state.templates.contains(number))
             return Outcome::badParameter(5, QString("Номер шаблона %1").arg(text));
-        m_state.activeTemplate = bytes->front();
+        m_state.activeTemplate = number;
     } else {
         const std::optional<QString> line = freeLine(text, address.type);
         if (!line || line->size() > kMaxFreeLineLength)

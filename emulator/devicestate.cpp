@@ -10,10 +10,7 @@ namespace emulator {
 
 namespace {
 
-constexpr int kMaxNumber = 0x7FFFFFFF;
-constexpr int kMaxLatencyMs = 60000;
-constexpr int kMaxLineLength = 255;
-constexpr qint64 kMaxKopecks = 1'000'000'000'000'000;
+constexpr qint64 kMaxTotal = 1'000'000'000'000'000;
 constexpr int kMaxTemplate = 0x3F;
 
 QJsonObject countersToJson(const Counters& counters)
@@ -30,7 +27,7 @@ QJsonObject countersToJson(const Counters& counters)
 void readKopecks(const QJsonObject& object, const QString& key, qint64& target)
 {
     if (object.value(key).isDouble())
-        target = std::clamp<qint64>(object.value(key).toInteger(), 0, kMaxKopecks);
+        target = std::clamp<qint64>(object.value(key).toInteger(), 0, kMaxTotal);
 }
 
 void readCounters(const QJsonObject& object, Counters& counters)

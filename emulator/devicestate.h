@@ -19,6 +19,9 @@ constexpr int kClosingReports = 3;
 constexpr int kProgramming = 4;
 } // namespace mode
 
+constexpr int kMaxLatencyMs = 60000;
+constexpr int kMaxLineLength = 255;
+
 /// A unit's version in its three parts.
 struct UnitVersion
 {

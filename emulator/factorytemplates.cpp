@@ -13,9 +13,6 @@ constexpr int kNarrowTape = 32;
 constexpr int kFontNormal = 1;
 constexpr int kFontSmall = 6;
 constexpr int kNormalBrightness = 8;
-constexpr int kBlank = 32;
-constexpr int kCentre = 2;
-constexpr int kRight = 3;
 constexpr quint32 kAnyBlock = 0x3FF;
 
 enum Style : unsigned { Plain = 0, Bold = 1, Centred = 2, AtRight = 4, DropEmpty = 8, Cut = 16, Small = 32 };
@@ -23,11 +20,11 @@ enum Style : unsigned { Plain = 0, Bold = 1, Centred = 2, AtRight = 4, DropEmpty
 /// Where a field stands. A negative `x` counts from the right end of the tape; a `size` of 0 takes what is left.
 struct Place
 {
-    int key;
-    int block;
-    int line;
-    int x;
-    int size;
+    int key = 0;
+    int block = 0;
+    int line = 0;
+    int x = 0;
+    int size = 0;
     unsigned style = Plain;
 };
 

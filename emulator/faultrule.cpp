@@ -10,7 +10,6 @@ namespace emulator {
 
 namespace {
 
-constexpr int kMaxNumber = 0x7FFFFFFF;
 constexpr int kMaxDelayMs = 600000;
 constexpr int kShortAnswerBytes = 2;
 
@@ -111,7 +110,7 @@ std::optional<QList<FaultRule>> faultRulesFromJson(const QByteArray& json)
         return std::nullopt;
     QList<FaultRule> list;
     const QJsonArray array = rules.toArray();
-    for (const QJsonValue& value : array) {
+    for (const QJsonValue value : array) {
         const std::optional<FaultRule> rule = FaultRule::fromJson(value.toObject());
         if (!rule)
             return std::nullopt;

@@ -11,8 +11,6 @@ constexpr int kZeroFilled = 2;
 constexpr int kOneDecimal = 1;
 constexpr int kShortest = 2;
 constexpr int kPieces = 3;
-constexpr int kCentre = 2;
-constexpr int kRight = 3;
 constexpr int kOpenDigits = 4;
 
 QString numberText(int format, const FieldValue& value)

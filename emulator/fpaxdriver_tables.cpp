@@ -68,7 +68,7 @@ int FpaxDriver::execCommandBuffer()
 
 int FpaxDriver::getAnswerBuffer(wchar_t* buffer, int capacity)
 {
-    return run("getAnswerBuffer", Reach::Driver, true, {capacity}, [&](Call& call) {
+    return run("getAnswerBuffer", Reach::Driver, true, {capacity}, [&](const Call& call) {
         const QString& answer = m_registers.answer;
         return copyText(call.fault ? spoiledAnswer(*call.fault, answer) : answer, buffer, capacity);
     });

@@ -12,9 +12,6 @@ namespace emulator {
 namespace {
 
 constexpr int kEmptyLineHeight = 15;
-constexpr int kCentre = 2;
-constexpr int kRight = 3;
-constexpr int kBlank = 32;
 /// A text without an end must not use up the paper.
 constexpr qsizetype kMaxPieces = 50;
 

@@ -63,7 +63,7 @@ void drawLine(QPainter& painter, const GlyphPen& pen, const PaperLine& line, int
         for (qsizetype i = 0; i < piece.text.size(); ++i) {
             if (piece.text[i] == ' ')
                 continue;
-            const double left = static_cast<double>((piece.cell + i) * line.cellWidth);
+            const auto left = static_cast<double>((piece.cell + i) * line.cellWidth);
             pen.draw(painter, piece.text[i], QRectF(left, top, line.cellWidth, line.height));
         }
 }

@@ -9,7 +9,6 @@ namespace emulator {
 
 namespace {
 
-constexpr int kMaxComPort = 256;
 constexpr int kMaxWord = 0xFFFF;
 
 const char* const kBaudRates[] = {"1200",  "2400",  "4800",   "9600",   "14400",
@@ -54,8 +53,8 @@ PortSettings::PortSettings(const QMap<QString, QString>& applied)
 
 QString PortSettings::value(const QString& name) const
 {
-    const QString applied = m_applied.value(name, ownValue(name));
-    return m_stored.value(name, applied);
+    const QString unlessStored = m_applied.value(name, ownValue(name));
+    return m_stored.value(name, unlessStored);
 }
 
 void PortSettings::store(const QString& name, const QString& value)

@@ -7,6 +7,9 @@
 
 namespace emulator {
 
+/// Number of the last serial port.
+constexpr int kMaxComPort = 256;
+
 /// Settings of the driver by their names: what was stored, and what was applied of it.
 class PortSettings
 {

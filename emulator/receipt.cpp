@@ -14,8 +14,6 @@ namespace {
 
 constexpr double kMaxRoubles = 1e10;
 constexpr qint64 kMaxKopecks = 1'000'000'000'000;
-constexpr int kMaxNumber = 0x7FFFFFFF;
-constexpr int kCash = 0;
 
 qint64 readKopecks(const QJsonObject& object, const QString& key)
 {
@@ -82,7 +80,7 @@ QList<Element> listOf(const QJsonValue& value, Element (*convert)(const QJsonObj
 {
     QList<Element> list;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue& element : array)
+    for (const QJsonValue element : array)
         if (element.isObject())
             list.append(convert(element.toObject()));
     return list;

@@ -25,7 +25,10 @@ struct Position
     bool operator==(const Position&) const = default;
 };
 
-/// Type 0 is cash. A reversed payment takes an earlier one back.
+/// Type of a payment in cash.
+constexpr int kCash = 0;
+
+/// A reversed payment takes an earlier one back.
 struct Payment
 {
     int type = 0;

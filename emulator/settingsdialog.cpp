@@ -1,6 +1,7 @@
 #include "emulator/settingsdialog.h"
 
 #include "emulator/faultrule.h"
+#include "emulator/portsettings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,9 +18,6 @@ namespace emulator {
 
 namespace {
 
-constexpr int kMaxComPort = 256;
-constexpr int kMaxLatencyMs = 60000;
-constexpr int kMaxLineLength = 255;
 constexpr int kMaxBuild = 999999;
 constexpr int kFaultsHeight = 90;
 

@@ -33,6 +33,13 @@ enum class Param : int {
 
 constexpr int kParamCount = 19;
 
+/// Values of the alignment parameters.
+constexpr int kCentre = 2;
+constexpr int kRight = 3;
+
+/// The tail character that is a blank.
+constexpr int kBlank = 32;
+
 /// Width of a parameter in bits, 0 for a number that is none.
 int paramBits(int param);
 

@@ -107,6 +107,7 @@ void BD_T20Items::ReComputeBDBlocks()
         maxRow = std::max(maxRow, place.line);
     }
     // Records that were put in for missing keys have moved the last key on, but not the last lines.
+    // cppcheck-suppress knownConditionTrueFalse ; forEachItem() has put them in
     if (items.size() != count)
         gather();
 

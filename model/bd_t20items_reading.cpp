@@ -166,7 +166,7 @@ int BD_T20Items::LoadFrom_AnalizeType(const QStringList& lines, QList<int>& vote
         if (line.isEmpty())
             continue;
         const LineColumns columns(line, [](int count) { return count >= 2; });
-        const auto hasCode = [&columns] { return columns[19].size() >= 1 && columns[19].size() <= 3; };
+        const auto hasCode = [&columns] { return !columns[19].isEmpty() && columns[19].size() <= 3; };
         if (columns.count() == 21) {
             if (hasCode() && (columns[20].isEmpty() || columns[20].size() >= kShortestDesc))
                 ++votes[1];
@@ -179,7 +179,7 @@ int BD_T20Items::LoadFrom_AnalizeType(const QStringList& lines, QList<int>& vote
                 ++votes[1];
         } else if (columns.count() >= kMaskColumns) {
             if ((columns[0] == u"0" || columns[0] == u"1") && columns[1].size() == 4 &&
-                columns[2].size() >= 1 && columns[2].size() <= 3 && columns[25].size() >= kShortestDesc)
+                !columns[2].isEmpty() && columns[2].size() <= 3 && columns[25].size() >= kShortestDesc)
                 ++votes[4];
         }
     }

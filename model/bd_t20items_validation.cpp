@@ -81,7 +81,7 @@ int BD_T20Items::CheckBDCorrect(int blockCount, QStringList& messages, bool fix)
         }
         const bool isBadValue =
             std::any_of(std::begin(kValueLimits), std::end(kValueLimits),
-                        [&](auto& limit) { return isAbove(item.*(limit.param), limit.highest); });
+                        [&](const auto& limit) { return isAbove(item.*(limit.param), limit.highest); });
         if (isBadValue) {
             messages.append(QObject::tr("У поля №%1 недопустимое значение(я)!").arg(key));
             ++errors;

@@ -12,6 +12,7 @@ class TemplateText
 {
 public:
     explicit TemplateText(const QByteArray& data);
+    ~TemplateText() = default;
     TemplateText(const TemplateText&) = delete;
     TemplateText& operator=(const TemplateText&) = delete;
 
