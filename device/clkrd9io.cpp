@@ -6,7 +6,7 @@
 
 using LUM::Fpax::IFpax;
 
-clKRD9IO KRD9IO;
+clKRD9IO KRD9IO; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): one by design
 
 namespace {
 

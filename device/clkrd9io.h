@@ -116,4 +116,4 @@ private:
 };
 
 /// The one session; made before `main`, destroyed after it.
-extern clKRD9IO KRD9IO;
+extern clKRD9IO KRD9IO; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): one by design

@@ -18,6 +18,10 @@ constexpr int kHighestWrittenRow = 300;
 /// A device that does not get on within a row is asked no longer.
 constexpr int kMostParameterRequests = 256;
 
+/// A device that has an answer to everything is left when its records fill the memory: sixteen for each row of the
+/// longest table, where a usual row has five.
+constexpr Json::ArrayIndex kMostRecords = 1U << 20;
+
 constexpr qsizetype kShortestAnswer = 9;
 
 /// What an answer holds behind its first two bytes, as text.
@@ -41,7 +45,7 @@ int clKRD9IO::readTableTLV(int& n)
     int result = kDone;
     try {
         tlvTable.clear();
-        while (row <= kLastRow && readRow(subTable, row)) {
+        while (row <= kLastRow && tlvTable.size() < kMostRecords && readRow(subTable, row)) {
             emit updateProgressValue(row / 2);
             ++row;
         }

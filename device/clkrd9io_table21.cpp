@@ -9,7 +9,7 @@ namespace {
 constexpr int kTextType = 1;
 
 /// A device that refuses no row at all is not asked for ever.
-constexpr int kLastRow = 65535;
+constexpr int kLastFreeLine = 65535;
 
 } // namespace
 
@@ -27,7 +27,7 @@ int clKRD9IO::readTable21(QStringList& lines)
         prepareTables();
         try {
             fpax().setInt(&IFpax::setTableNumber, DeviceCode::kFreeLineTable);
-            for (int row = 1; row <= kLastRow; ++row) {
+            for (int row = 1; row <= kLastFreeLine; ++row) {
                 fpax().setInt(&IFpax::setRowNumber, row);
                 fpax().setInt(&IFpax::setFieldNumber, DeviceCode::kFreeLineField);
                 fpax().setInt(&IFpax::setFieldType, kTextType);
@@ -54,8 +54,8 @@ int clKRD9IO::writeTable21(const QStringList& lines)
             fpax().setInt(&IFpax::setFieldNumber, DeviceCode::kFreeLineField);
             for (int i = 1; i <= lines.size(); ++i) {
                 fpax().setInt(&IFpax::setRowNumber, i);
-                const QString text = QString::fromUtf8(lines.at(i - 1).toUtf8().constData());
-                fpax().setText(&IFpax::setCaption, text);
+                const QString& line = lines.at(i - 1);
+                fpax().setText(&IFpax::setCaption, line.left(line.indexOf(QChar(u'\0'))));
                 fpax().setInt(&IFpax::setFieldType, kTextType);
                 fpax().execMethod(&IFpax::writeTableField);
             }

@@ -4,9 +4,27 @@
 
 #include <json/json.h>
 
+#include <memory>
+#include <string>
+
 namespace {
 
-/// The reader that the library calls deprecated has the messages that the log shows.
+/// True if anything but blanks and comments stands behind the end of a document.
+bool isFollowed(const std::string& rest)
+{
+    if (rest.find('\0') != std::string::npos) // the library would stop there
+        return true;
+    Json::CharReaderBuilder builder;
+    builder["failIfExtra"] = true;
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    const std::string document = "[]" + rest;
+    Json::Value root;
+    return !reader->parse(document.data(), document.data() + document.size(), &root, nullptr);
+}
+
+/// The reader that the library calls deprecated has the messages that the log shows. It does not look behind the end
+/// of the document. A list must end there, as its file is removed when it has been taken; settings need not, as those
+/// that cannot be parsed are lost.
 bool parse(const QByteArray& bytes, Json::Value& root, QString& errors)
 {
     Json::Features features = Json::Features::all();
@@ -16,8 +34,11 @@ bool parse(const QByteArray& bytes, Json::Value& root, QString& errors)
     Json::Reader reader(features);
 #pragma GCC diagnostic pop
     try {
-        if (reader.parse(bytes.constData(), bytes.constData() + bytes.size(), root, true))
-            return true;
+        if (reader.parse(bytes.constData(), bytes.constData() + bytes.size(), root, true)) {
+            if (!root.isArray() || !isFollowed(bytes.mid(root.getOffsetLimit()).toStdString()))
+                return true;
+            reader.pushError(root, "Extra non-whitespace after JSON value.");
+        }
         errors = QString::fromStdString(reader.getFormattedErrorMessages());
     } catch (const Json::Exception& error) { // too deeply nested
         errors = QString::fromUtf8(error.what());

@@ -39,8 +39,10 @@ public:
         }
         if (!isLoaded())
             return false;
+        // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast): a library tells of its functions no type
         create = reinterpret_cast<CreateFunction>(resolve(createName.toLatin1().constData()));
         release = reinterpret_cast<ReleaseFunction>(resolve(releaseName.toLatin1().constData()));
+        // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast)
         return isUsable();
     }
 

@@ -4,6 +4,7 @@
 #include "app/csettings.h"
 #include "device/devicecodes.h"
 #include "device/jsonfile.h"
+#include "device/jsonmember.h"
 
 namespace {
 
@@ -19,14 +20,17 @@ QString freeLineDigits(const Json::Value& element)
 {
     if (!element.isObject())
         return {};
-    try {
-        const int row = element["r"].asInt();
-        const bool isFreeLine =
-            element["t"].asInt() == DeviceCode::kFreeLineTable && row >= 1 && row <= kLastRow;
-        return isFreeLine ? QString::fromStdString(element["v"].asString()) : QString();
-    } catch (const Json::Exception&) {
-        return {};
-    }
+    const auto row = JsonMember::integer(element["r"]);
+    const bool isFreeLine =
+        JsonMember::integer(element["t"]) == DeviceCode::kFreeLineTable && row >= 1 && row <= kLastRow;
+    return isFreeLine ? JsonMember::text(element["v"]).value_or(QString()) : QString();
+}
+
+/// The bytes of `line` alone.
+QByteArray encodedLine(QTextEncoder& encoder, const QString& line)
+{
+    // Half a character at the end of a line waits in the encoder for its other half. A line feed drives it out.
+    return encoder.fromUnicode(line + u'\n').chopped(1);
 }
 
 } // namespace
@@ -67,7 +71,7 @@ void MainWindow::SaveToJsonFileFreeStr()
 {
     Json::Value lines(Json::arrayValue);
     for (qsizetype i = 0; i < freeStrings.size(); ++i) {
-        const QByteArray digits = encoder866.fromUnicode(freeStrings.at(i)).toHex().toUpper();
+        const QByteArray digits = encodedLine(encoder866, freeStrings.at(i)).toHex().toUpper();
         Json::Value line(Json::objectValue);
         line["t"] = DeviceCode::kFreeLineTable;
         line["f"] = DeviceCode::kFreeLineField;

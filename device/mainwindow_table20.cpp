@@ -15,10 +15,10 @@ namespace {
 
 constexpr int kHexadecimal = 16;
 
-/// The byte whose digits begin at `position`; 0 if there are none.
+/// The byte whose digits begin at `position`; 0 if there are none. A sign is no digit.
 int byteAt(QStringView digits, qsizetype position)
 {
-    return digits.mid(position, 2).toInt(nullptr, kHexadecimal);
+    return digits.mid(position, 2).toUShort(nullptr, kHexadecimal);
 }
 
 QString recordsPath()
@@ -101,7 +101,7 @@ void MainWindow::takeRowHead(const QString& v, T20Item& item)
         LogAddDbg(tr("00-00: %1").arg(v.left(50)));
         return;
     }
-    const int length = byteAt(v, 34);
+    const qsizetype length = byteAt(v, 34);
     if (length <= 0 || 2 * length + nameStart >= v.size())
         return;
     const QString name = decodedName(decoder1251, QStringView(v).mid(nameStart, 2 * length));
@@ -147,6 +147,8 @@ void MainWindow::DvcIOWriteTLV20(QLumFpax& fpax, Json::Value& rows, QStringList&
         }
     } catch (const std::exception& error) {
         log.append(tr("Ошибка драйвера ККТ - %1").arg(QString::fromUtf8(error.what())));
+    } catch (...) { // it says nothing of itself
+        log.append(tr("Ошибка драйвера ККТ - %1").arg(QString()));
     }
 }
 

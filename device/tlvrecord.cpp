@@ -1,5 +1,7 @@
 #include "device/tlvrecord.h"
 
+#include "device/jsonmember.h"
+
 namespace {
 
 // Keys that are not copied into each record.
@@ -34,18 +36,15 @@ std::optional<TlvRecord> TlvRecord::fromJson(const Json::Value& value)
 {
     if (!value.isObject())
         return std::nullopt;
-    try {
-        TlvRecord record;
-        record.table = value["t"].asInt();
-        record.subTable = value["s"].asInt();
-        record.row = value["r"].asInt();
-        record.first = value["p1"].asInt();
-        record.last = value["p2"].asInt();
-        record.bytes = QString::fromStdString(value["v"].asString());
-        return record;
-    } catch (const Json::Exception&) {
+    const auto table = JsonMember::integer(value["t"]);
+    const auto subTable = JsonMember::integer(value["s"]);
+    const auto row = JsonMember::integer(value["r"]);
+    const auto first = JsonMember::integer(value["p1"]);
+    const auto last = JsonMember::integer(value["p2"]);
+    auto bytes = JsonMember::text(value["v"]);
+    if (!table || !subTable || !row || !first || !last || !bytes)
         return std::nullopt;
-    }
+    return TlvRecord{*table, *subTable, *row, *first, *last, *std::move(bytes)};
 }
 
 std::string TlvRecord::writeCommand() const

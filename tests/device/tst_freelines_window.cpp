@@ -1,8 +1,11 @@
+#include "device/jsonfile.h"
 #include "support/session.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTest>
+
+#include <json/json.h>
 
 #include <memory>
 
@@ -25,6 +28,9 @@ QByteArray listOf(const QList<QByteArray>& elements)
 const QString kUpperHalf = QStringLiteral("АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯабвгдежзийклмноп"
                                           "░▒▓│┤╡╢╖╕╣║╗╝╜╛┐└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀"
                                           "рстуфхцчшщъыьэюяЁёЄєЇїЎў°∙·√№¤■\u00a0");
+
+/// What two characters that are no digits become.
+const QString kZero = QString(QChar(0));
 
 /// What the file holds of three lines.
 const QString kWrittenFile = QStringLiteral(R"([
@@ -68,16 +74,37 @@ private slots:
     void missingFileLeavesNoLines();
     void unreadableFileLeavesNoLines_data();
     void unreadableFileLeavesNoLines();
+    void fileWithoutAListLeavesNoLines_data();
+    void fileWithoutAListLeavesNoLines();
+    void whatStandsBehindAnObjectDoesNotMatter();
 
     void linesAreWritten();
     void noLinesAreAnEmptyList();
     void unknownCharactersTakeTheirPlace();
+    void halfACharacterStaysInItsLine();
     void unwritableFileIsTold();
     void everyLetterComesBack();
+    void controlCharactersComeBackAsTheirBytes();
     void emptyLineIsLostOnItsWay();
 
 private:
     Session& s() { return *m_session; }
+
+    /// Loads a file of `text`, which must be told to hold no free lines.
+    void compareRefused(const QByteArray& text);
+
+    /// The digits of the lines in the file.
+    QStringList writtenDigits()
+    {
+        Json::Value lines;
+        QString errors;
+        QStringList digits;
+        if (JsonFile::read(s().dir.path(kFile), lines, errors) == JsonFile::Read) {
+            for (const auto& element : std::as_const(lines))
+                digits.append(QString::fromStdString(element["v"].asString()));
+        }
+        return digits;
+    }
 
     std::unique_ptr<Session> m_session;
 };
@@ -120,6 +147,10 @@ void TestFreeLinesWindow::digitsBecomeALine_data()
                                << "";
     QTest::newRow("blanks") << "202080"
                             << "  А";
+    QTest::newRow("no digits") << "ZZ80" << kZero + "А";
+    QTest::newRow("minus") << "-180" << kZero + "А";
+    QTest::newRow("plus") << "+8" << QString(QChar(8));
+    QTest::newRow("one digit of two") << "8G81" << kZero + "Б";
 }
 
 void TestFreeLinesWindow::digitsBecomeALine()
@@ -161,12 +192,21 @@ void TestFreeLinesWindow::linesAreRead_data()
                                             line("1", "[]"), line("1", "{}"), line("1", "null"),
                                             line("2", "\"81\"")})
                                  << QStringList{"Б"};
+    QTest::newRow("types that could be converted")
+        << listOf({line("1", "80"), line("1", "true"), line("1", "8.5"), line("true", "\"80\""),
+                   line("1.5", "\"80\""), line("1", "\"80\"", "21.5"), line("1", "\"80\"", "true"),
+                   line("2", "\"81\"")})
+        << QStringList{"Б"};
+    QTest::newRow("no digits") << listOf({line("1", "\"ZZ80\"")}) << QStringList{kZero + "А"};
+    QTest::newRow("zero within") << listOf({line("1", R"("80\u000081")")}) << QStringList{"А" + kZero};
     QTest::newRow("missing members") << QByteArray(
                                             R"([{"t": 21, "v": "80"}, {"r": 1, "v": "80"}, {"t": 21, "r": 1},
                          {"t": 21, "r": 1, "v": "81"}])")
                                      << QStringList{"Б"};
     QTest::newRow("comments") << "// lines\n" + listOf({line("1", "\"80\"")}) + "\n/* end */"
                               << QStringList{"А"};
+    QTest::newRow("blanks and comments behind")
+        << listOf({line("1", "\"80\"")}) + " \t\r\n// one ]\n/* two ] */ // three" << QStringList{"А"};
 }
 
 void TestFreeLinesWindow::linesAreRead()
@@ -209,17 +249,58 @@ void TestFreeLinesWindow::unreadableFileLeavesNoLines_data()
     QTest::newRow("number") << QByteArray("21");
     QTest::newRow("string") << QByteArray("\"80\"");
     QTest::newRow("null") << QByteArray("null");
-    QTest::newRow("object") << QByteArray("{}");
-    QTest::newRow("one line") << line("1", "\"80\"");
-    QTest::newRow("object of lines") << "{\"a\": " + line("1", "\"80\"") + "}";
     QTest::newRow("deeply nested") << QByteArray(200000, '[') + QByteArray(200000, ']');
     QTest::newRow("nested objects") << QByteArray("{\"a\":").repeated(5000) + "1" + QByteArray(5000, '}');
     QTest::newRow("zeros") << QByteArray(100, '\0');
+    const QByteArray good = listOf({line("1", "\"80\"")});
+    QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + good;
+    QTest::newRow("number beyond all") << listOf({line("1e400", "\"80\"")});
+    QTest::newRow("half a character") << listOf({line("1", R"("\ud800")")});
+    QTest::newRow("text behind") << good + "x";
+    QTest::newRow("list behind") << good + good;
+    QTest::newRow("end behind") << good + "\n]";
 }
 
 void TestFreeLinesWindow::unreadableFileLeavesNoLines()
 {
     QFETCH(const QByteArray, text);
+    compareRefused(text);
+    const QStringList log = s().log.takeNew();
+    QVERIFY(log.filter("Read FreeStr").isEmpty());
+    const QStringList told = log.filter("Ошибка при разборе json");
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told[0].startsWith("Ошибка при разборе json ["));
+}
+
+void TestFreeLinesWindow::fileWithoutAListLeavesNoLines_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("object") << QByteArray("{}");
+    QTest::newRow("one line") << line("1", "\"80\"");
+    QTest::newRow("object of lines") << "{\"a\": " + line("1", "\"80\"") + "}";
+}
+
+void TestFreeLinesWindow::fileWithoutAListLeavesNoLines()
+{
+    QFETCH(const QByteArray, text);
+    compareRefused(text);
+    // It can be parsed, so there is nothing to tell of the parser.
+    QCOMPARE(s().log.takeNew(), QStringList());
+}
+
+void TestFreeLinesWindow::whatStandsBehindAnObjectDoesNotMatter()
+{
+    // Settings that cannot be parsed would be replaced by new ones.
+    const QString path = s().dir.write(kFile, "{\"port\": \"usb\"} }");
+    Json::Value root;
+    QString errors;
+    QCOMPARE(JsonFile::read(path, root, errors), JsonFile::Read);
+    QCOMPARE(root["port"].asString(), "usb");
+    QCOMPARE(errors, QString());
+}
+
+void TestFreeLinesWindow::compareRefused(const QByteArray& text)
+{
     s().dir.write(kFile, text);
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), QStringList());
@@ -227,7 +308,6 @@ void TestFreeLinesWindow::unreadableFileLeavesNoLines()
     QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes[0].text, "Не удалось разобрать свободные строки!");
     QCOMPARE(boxes[0].icon, QMessageBox::Warning);
-    QVERIFY(s().log.takeNew().filter("Read FreeStr").isEmpty());
 }
 
 void TestFreeLinesWindow::linesAreWritten()
@@ -254,6 +334,7 @@ void TestFreeLinesWindow::unknownCharactersTakeTheirPlace()
 {
     s().probe.freeStrings() = {"А€Б", "А«Б»"};
     s().probe.saveFreeLinesFile();
+    QCOMPARE(writtenDigits(), (QStringList{"803F81", "803F813F"}));
     s().probe.loadFreeLinesFile();
     const QStringList lines = s().probe.freeStrings();
     QCOMPARE(lines.size(), 2);
@@ -263,6 +344,18 @@ void TestFreeLinesWindow::unknownCharactersTakeTheirPlace()
     QCOMPARE(lines[0].back(), u'Б');
     QCOMPARE(lines[1].size(), 4);
     QCOMPARE(lines[1][2], u'Б');
+}
+
+void TestFreeLinesWindow::halfACharacterStaysInItsLine()
+{
+    const QChar first(0xD83D);
+    const QChar second(0xDE00);
+    for (int saving = 0; saving < 2; ++saving) {
+        s().probe.freeStrings() = {"a" + QString(first), "bc", QString(first), second + QString("b"),
+                                   "Я" + QString(first)};
+        s().probe.saveFreeLinesFile();
+        QCOMPARE(writtenDigits(), (QStringList{"613F", "6263", "3F", "3F62", "9F3F"}));
+    }
 }
 
 void TestFreeLinesWindow::unwritableFileIsTold()
@@ -294,6 +387,18 @@ void TestFreeLinesWindow::everyLetterComesBack()
     s().probe.freeStrings().clear();
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), (QStringList{kUpperHalf, ascii}));
+}
+
+void TestFreeLinesWindow::controlCharactersComeBackAsTheirBytes()
+{
+    // The table of the code page has three of them in each other's places, as old PCs did.
+    QCOMPARE(s().probe.decodeFreeLine("1A1C7F", false), "\x1C\x7F\x1A");
+    QString hex;
+    for (int byte = 0; byte < 128; ++byte)
+        hex += QString::number(byte, 16).rightJustified(2, u'0').toUpper();
+    s().probe.freeStrings() = {s().probe.decodeFreeLine(hex, false)};
+    s().probe.saveFreeLinesFile();
+    QCOMPARE(writtenDigits(), QStringList{hex});
 }
 
 void TestFreeLinesWindow::emptyLineIsLostOnItsWay()

@@ -103,6 +103,16 @@ void TestTable20Heads::headGivesNameAndMask_data()
     row("no digits within the name", "04000300C8ZZFF05000200FF03", "И я", "И я", 0x3ff, false, "3 И я FF03");
     row("cut behind the name", "04000300C8ECFF0", "Имя", "Имя", 0, false, "3 Имя ");
     row("cut within the next tag", "04000300C8ECFF0500", "Имя", "Имя", 0, false, "3 Имя ");
+    row("1 digit", "04000300C8ECFF05000100F", "Имя", "Имя", 0xf, false, "3 Имя F");
+    row("3 digits", "04000300C8ECFF05000200FF3", "Имя", "Имя", 0x3ff, false, "3 Имя FF3");
+    row("7 digits", "04000300C8ECFF05000400FF03040", "Имя", "Имя", 0x3ff, false, "3 Имя FF03040");
+    row("minus in the rest", "04000300C8ECFF05000100-1", "Имя", "Имя", 0, false, "3 Имя -1");
+    row("minus behind a byte of the rest", "04000300C8ECFF05000200FF-3", "Имя", "Имя", 0xff, false,
+        "3 Имя FF-3");
+    row("minus in the name", "04000300C8-1FF05000200FF03", "И я", "И я", 0x3ff, false, "3 И я FF03");
+    const QString longest(255, u'И');
+    QTest::newRow("longest name") << "0400FF00" + QString("C8").repeated(255) + "05000200FF03" << longest
+                                  << longest << 0x3ffU << false << "255 " + longest + " FF03";
 }
 
 void TestTable20Heads::headGivesNameAndMask()
@@ -122,6 +132,12 @@ void TestTable20Heads::headGivesNameAndMask()
     QTEST(items().value(31).Desc, "name");
     QTEST(items().value(31).BL_MASK, "mask");
     QTEST(items().value(31).FA_NEED, "isNeeded");
+
+    // The twelfth field of a list is mandatory unless its head says otherwise.
+    QVERIFY(BD_T20Items::getFA_NEED(12));
+    load(fields({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) + QList<Json::Value>{head(digits)} + field(30));
+    QTEST(items().value(31).BL_MASK, "mask");
+    QTEST(items().value(31).FA_NEED, "isNeeded");
 }
 
 void TestTable20Heads::undefinedCharacterKeepsItsPlace()
@@ -130,7 +146,7 @@ void TestTable20Heads::undefinedCharacterKeepsItsPlace()
     const QString name = items().value(31).Desc;
     QCOMPARE(name.size(), 3);
     QCOMPARE(name.front(), u'И');
-    QVERIFY(!name[1].isLetterOrNumber());
+    QCOMPARE(name[1], QChar(0x98)); // what the code page leaves out keeps its number
     QCOMPARE(name.back(), u'я');
     QCOMPARE(items().value(31).BL_MASK, 0x3ffU);
 }
@@ -144,6 +160,7 @@ void TestTable20Heads::headWithoutANameGivesNothing_data()
     QTest::newRow("longer than all") << "0400FF00C8ECFF05000200FF03";
     QTest::newRow("no length") << "0400";
     QTest::newRow("length of no digits") << "0400ZZ00C8ECFF05000200FF03";
+    QTest::newRow("length with a minus") << "0400-100C8ECFF05000200FF03";
 }
 
 void TestTable20Heads::headWithoutANameGivesNothing()

@@ -55,6 +55,28 @@ public:
     int exchanges = 0;
 };
 
+/// Such a driver before a session whose table grows while the driver makes its third exchange.
+class GrowingTable : public EndlessTable
+{
+public:
+    GrowingTable(clKRD9IO& session, Json::ArrayIndex size)
+        : m_session(session)
+        , m_size(size)
+    {
+    }
+
+    int execCommandBuffer() override
+    {
+        if (exchanges == 3) // the elements before the last one are not there, which costs nothing
+            m_session.tlvTable[m_size - 1] = Json::Value();
+        return EndlessTable::execCommandBuffer();
+    }
+
+private:
+    clKRD9IO& m_session;
+    Json::ArrayIndex m_size;
+};
+
 } // namespace
 
 /// Reading of a template table: the calls of the driver, what ends a row and the table, and what is told meanwhile.
@@ -84,6 +106,8 @@ private slots:
     void rowThatDoesNotAdvanceIsLeft();
     void rowOfManyGroupsIsReadWhole();
     void tableWithoutAnEndIsLeftAtTheLastRow();
+    void tableThatFillsTheMemoryIsLeft_data();
+    void tableThatFillsTheMemoryIsLeft();
 
     void lostExchangeEndsTheReading_data();
     void lostExchangeEndsTheReading();
@@ -382,6 +406,33 @@ void TestTable20Read::tableWithoutAnEndIsLeftAtTheLastRow()
     QCOMPARE(session.tlvTable[2 * 65280 - 1]["r"].asInt(), 65280);
     QCOMPARE(transfer.seen.size(), 65281);
     QCOMPARE(transfer.seen.mid(65278), (QStringList{"32639", "32640", "end"}));
+}
+
+void TestTable20Read::tableThatFillsTheMemoryIsLeft_data()
+{
+    QTest::addColumn<Json::ArrayIndex>("before");
+    QTest::addColumn<int>("stop");
+    QTest::addColumn<Json::ArrayIndex>("size");
+    // Each row adds two records; a row that was begun is read whole.
+    QTest::newRow("last row fits") << 1048572U << 4 << 1048576U;
+    QTest::newRow("last row stands out") << 1048573U << 4 << 1048577U;
+    QTest::newRow("one record is missing") << 1048575U << 3 << 1048577U;
+}
+
+void TestTable20Read::tableThatFillsTheMemoryIsLeft()
+{
+    QFETCH(const Json::ArrayIndex, before);
+    QFETCH(const int, stop);
+    clKRD9IO session;
+    GrowingTable device(session, before);
+    takeDriver(session, device);
+    const TransferSignals transfer(session);
+    int n = 1;
+    QCOMPARE(session.readTableTLV(n), 0);
+    QCOMPARE(n, stop);
+    QCOMPARE(device.exchanges, 2 * (stop - 1));
+    QTEST(session.tlvTable.size(), "size");
+    QCOMPARE(transfer.seen, (QStringList{"0", "1", "1"}.first(stop - 1) + QStringList{"end"}));
 }
 
 void TestTable20Read::lostExchangeEndsTheReading_data()

@@ -22,6 +22,8 @@ private slots:
     void everyParamGoesToItsMember();
     void rowHasTwoBytes_data();
     void rowHasTwoBytes();
+    void signInTheRowIsNoDigit_data();
+    void signInTheRowIsNoDigit();
 
     void listWithoutHeadsTakesTheCatalogue();
     void wholeCatalogueComesButForTheLastName();
@@ -186,6 +188,28 @@ void TestTable20Window::rowHasTwoBytes()
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
+void TestTable20Window::signInTheRowIsNoDigit_data()
+{
+    QTest::addColumn<QString>("digits");
+    QTest::addColumn<int>("row");
+    QTest::newRow("low byte") << "-100" << 0;
+    QTest::newRow("high byte") << "05-1" << 5;
+    QTest::newRow("both") << "-1-1" << 0;
+}
+
+void TestTable20Window::signInTheRowIsNoDigit()
+{
+    QFETCH(const QString, digits);
+    QFETCH(const int, row);
+    QList<Json::Value> records = field(9);
+    records[0] = record(1, 1, 6, "0106" + digits + "5400" + groupDigits(9, 1, {3, 1, 0, 0, 0, 2}).mid(12));
+    load(records);
+    QCOMPARE(items().keys(), QList<int>{row + 1});
+    QCOMPARE(items().first().Type, row);
+    QCOMPARE(items().first().Block, 3);
+    QCOMPARE(m_session->log.takeNew(), QStringList());
+}
+
 void TestTable20Window::listWithoutHeadsTakesTheCatalogue()
 {
     load(fields({0, 1, 9}));
@@ -316,9 +340,23 @@ void TestTable20Window::elementsThatAreNoRecordsAreSkipped()
     Json::Value wrongSubTable = wrongGroup;
     wrongSubTable["p1"] = 19;
     wrongSubTable["s"] = Json::Value(Json::objectValue);
-    load(QList<Json::Value>{5, "text", Json::Value(), true, Json::Value(Json::arrayValue), wrongText,
-                            wrongGroup, wrongSubTable} +
-         field(3));
+    QList<Json::Value> wrong{5,         "text",     Json::Value(), true, Json::Value(Json::arrayValue),
+                             wrongText, wrongGroup, wrongSubTable};
+
+    // Nothing is made of another type: neither a number of what is no integer, nor a text of a number. Each of these
+    // would complete a field or be an unknown group.
+    const Json::Value complete = record(1, 19, 19, groupDigits(9, 19, {9}));
+    const auto completeBut = [&complete](const char* member, const Json::Value& value) {
+        Json::Value changed = complete;
+        changed[member] = value;
+        return changed;
+    };
+    wrong +=
+        {completeBut("s", true),  completeBut("s", 1.5),   completeBut("t", true),  completeBut("t", 20.5),
+         completeBut("r", false), completeBut("r", 1.25),  completeBut("p1", true), completeBut("p1", 19.5),
+         completeBut("p2", true), completeBut("p2", 19.5), completeBut("v", 1313),  completeBut("v", true),
+         completeBut("v", 13.5)};
+    load(wrong + field(3));
     QCOMPARE(items().keys(), QList<int>{4});
     QCOMPARE(items()[4].BL_MASK, 0xffffffffU);
     QCOMPARE(m_session->log.takeNew(), QStringList());

@@ -270,15 +270,34 @@ void TestTable20Write::exceptionOfTheDriverEndsTheWriting()
 void TestTable20Write::elementsThatAreNoRecordsAreSkipped()
 {
     Bench bench;
-    QCOMPARE(bench.write(listOf(
-                 {"5", "\"0106\"", "null", "true", "[]", "[" + recordOfRow("200") + "]", recordOfRow("1"),
-                  recordOfRow("\"290\""), recordOfRow("[290]"), recordOfRow("{}"), recordOfRow("5000000000"),
-                  R"({"t": "20", "s": 2, "r": 290, "p1": 1, "p2": 6, "v": "01"})",
-                  R"({"t": 20, "s": [2], "r": 290, "p1": 1, "p2": 6, "v": "01"})",
-                  R"({"t": 20, "s": 2, "r": 290, "p1": "1", "p2": 6, "v": "01"})",
-                  R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": {}, "v": "01"})",
-                  R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": ["01"]})",
-                  R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": {}})", recordOfRow("2")})),
+    QCOMPARE(bench.write(listOf({"5",
+                                 "\"0106\"",
+                                 "null",
+                                 "true",
+                                 "[]",
+                                 "[" + recordOfRow("200") + "]",
+                                 recordOfRow("1"),
+                                 recordOfRow("\"290\""),
+                                 recordOfRow("[290]"),
+                                 recordOfRow("{}"),
+                                 recordOfRow("5000000000"),
+                                 R"({"t": "20", "s": 2, "r": 290, "p1": 1, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": [2], "r": 290, "p1": 1, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": "1", "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": {}, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": ["01"]})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": {}})",
+                                 recordOfRow("true"),
+                                 recordOfRow("290.5"),
+                                 R"({"t": 20.5, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": true, "r": 290, "p1": 1, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2.5, "r": 290, "p1": 1, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": true, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1.5, "p2": 6, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": true, "v": "01"})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": 1})",
+                                 R"({"t": 20, "s": 2, "r": 290, "p1": 1, "p2": 6, "v": true})",
+                                 recordOfRow("2")})),
              0);
     // Neither commands nor signals, and their rows do not count.
     QCOMPARE(bench.device.commands(), (QStringList{kSent, kSent}));
@@ -291,6 +310,11 @@ void TestTable20Write::missingMembersCountAsZero()
     QCOMPARE(bench.write(R"([{}, {"p1": 1}, {"t": 20, "s": 2, "r": 1, "p2": 6, "v": "0106"}])"), 0);
     QCOMPARE(bench.device.commands(), QStringList{"51 01 00 00 00 00"});
     QCOMPARE(bench.transfer.seen, (QStringList{"0", "end"}));
+
+    // So do those that are null.
+    bench.device.forgetCalls();
+    QCOMPARE(bench.write(R"([{"t": 20, "s": null, "r": null, "p1": 1, "p2": null, "v": null}])"), 0);
+    QCOMPARE(bench.device.commands(), QStringList{"51 01 14 00 00 00"});
 }
 
 void TestTable20Write::tableThatWasReadIsWrittenBack()

@@ -4,6 +4,8 @@
 #include <QTest>
 
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -25,6 +27,15 @@ public:
             setText("getCaption", m_lines.at(row - 1));
         return RecordingDriver::readTableField();
     }
+
+    int setCaption(const wchar_t* text) override
+    {
+        captions.emplace_back(text);
+        return RecordingDriver::setCaption(text);
+    }
+
+    /// The texts given, character by character: a text of the calls has lost a mark at its start.
+    std::vector<std::wstring> captions;
 
 private:
     QStringList m_lines;
@@ -123,6 +134,7 @@ private slots:
     void emptyListPreparesTheDeviceAllTheSame();
     void lineIsWrittenUpToItsFirstZero_data();
     void lineIsWrittenUpToItsFirstZero();
+    void markAtTheStartIsWritten();
     void failureOfEachCallOfTheWriting();
     void failureWithoutACodeDoesNotStopTheWriting();
     void failedResetFailsTheWriting();
@@ -309,6 +321,15 @@ void TestTable21Session::lineIsWrittenUpToItsFirstZero()
     QCOMPARE(bench.device.callsOf("setCaption"),
              (QStringList{"setCaption(\"1\")", "setCaption(\"" + written + "\")", "setCaption(\"3\")"}));
     QCOMPARE(bench.device.count("writeTableField"), 3);
+}
+
+void TestTable21Session::markAtTheStartIsWritten()
+{
+    Bench bench;
+    const QString mark(QChar(0xFEFF));
+    QCOMPARE(bench.session.writeTable21({mark + "да", mark, mark + mark + "a" + mark}), 0);
+    QVERIFY(
+        (bench.device.captions == std::vector<std::wstring>{L"\uFEFFда", L"\uFEFF", L"\uFEFF\uFEFFa\uFEFF"}));
 }
 
 void TestTable21Session::failureOfEachCallOfTheWriting()

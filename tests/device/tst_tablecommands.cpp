@@ -233,6 +233,11 @@ void TestTableCommands::writeCommandIsTheRecordBehindAFixedStart_data()
                                 << "5101140a0000ab";
     QTest::newRow("highest") << 255 << 255 << "01"
                              << "5101ffff000001";
+    // Two digits are the least.
+    QTest::newRow("beyond a byte") << 20 << 300 << "01"
+                                   << "51011412c000001";
+    QTest::newRow("negative") << 20 << -1 << "01"
+                              << "510114-1000001";
 }
 
 void TestTableCommands::writeCommandIsTheRecordBehindAFixedStart()

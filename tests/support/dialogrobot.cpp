@@ -7,7 +7,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 #include <QWindow>
+
+bool DialogRobot::SeenBox::isRich() const
+{
+    return format == Qt::RichText || (format == Qt::AutoText && Qt::mightBeRichText(text));
+}
 
 DialogRobot::DialogRobot()
 {
@@ -82,9 +88,12 @@ void DialogRobot::answer(QMessageBox* box)
         QTest::mouseClick(yes != nullptr ? yes : box->buttons().constFirst(), Qt::LeftButton);
         return;
     }
-    if (box != m_lastSeen)
-        m_boxes.append(
-            {box->windowTitle(), box->text(), box->icon(), box->parent() != nullptr, box->standardButtons()});
+    if (box != m_lastSeen) {
+        m_boxes.append({box->windowTitle(), box->text(), box->icon(), box->parent() != nullptr,
+                        box->standardButtons(), box->textFormat()});
+        if (m_atEachBox)
+            m_atEachBox(m_boxes.constLast());
+    }
     m_lastSeen = box;
     QTest::mouseClick(box->buttons().constFirst(), Qt::LeftButton);
 }

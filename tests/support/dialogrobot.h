@@ -27,6 +27,10 @@ public:
         QMessageBox::Icon icon;
         bool hasParent;
         QMessageBox::StandardButtons buttons;
+        Qt::TextFormat format;
+
+        /// True if the marks in the text are carried out instead of shown.
+        bool isRich() const;
     };
 
     /// A file dialog as the user saw it.
@@ -58,6 +62,9 @@ public:
     /// While the next message box is open, `act` runs once, and the box is answered only when `isOver` holds.
     void whileBoxIsOpen(const std::function<void()>& act, const std::function<bool()>& isOver);
 
+    /// From now on `look` runs for each message box while it is open, once.
+    void atEachBox(const std::function<void(const SeenBox&)>& look) { m_atEachBox = look; }
+
     /// The boxes since the last call, oldest first.
     QList<SeenBox> takeBoxes() { return std::exchange(m_boxes, {}); }
 
@@ -83,6 +90,7 @@ private:
     std::function<void()> m_whenChosen;
     std::function<void()> m_act;
     std::function<bool()> m_isOver;
+    std::function<void(const SeenBox&)> m_atEachBox;
     QDeadlineTimer m_holdEnd;
     QList<SeenBox> m_boxes;
     QList<SeenFileDialog> m_fileDialogs;

@@ -121,8 +121,16 @@ void EmulatedDevice::watch()
 QStringList EmulatedDevice::takeCalls()
 {
     QStringList calls;
+    for (const auto& call : takeAnsweredCalls())
+        calls.append(call.text);
+    return calls;
+}
+
+QList<DriverCall> EmulatedDevice::takeAnsweredCalls()
+{
+    QList<DriverCall> calls;
     for (const auto& call : control({{"cmd", "calls"}}).toArray())
-        calls.append(callText(call.toObject()));
+        calls.append({callText(call.toObject()), call.toObject().value("status").toInt()});
     return calls;
 }
 

@@ -4,6 +4,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QLibrary>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +15,13 @@ enum class Failure {
     Pretended, ///< reports success without doing its work
     Standard,  ///< a standard exception leaves it
     Foreign,   ///< a number is thrown out of it
+};
+
+/// A call as takeCalls() writes it, and its status.
+struct DriverCall
+{
+    QString text;
+    int status = 0;
 };
 
 /// The emulator in a folder, where a session finds it as the driver, with a new device that no files belong to; and a
@@ -47,6 +55,8 @@ public:
     void watch();
     /// The calls since then or since the last look, with their arguments: `setMode(4)`, `getSingleSetting("Port", 4096)`.
     QStringList takeCalls();
+    /// The same with what each of them returned; a call that threw has a negative status.
+    QList<DriverCall> takeAnsweredCalls();
 
 private:
     QJsonValue control(const QJsonObject& command);

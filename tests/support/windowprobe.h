@@ -82,6 +82,10 @@ public:
     /// Runs what stands behind the console's button that is never enabled.
     void callLoadFile() const { m_window.on_btnDbgLoadFile_clicked(); }
 
+    // Commands that are declared and do nothing.
+    int loadAllFromDevice() const { return m_window.LoadFromDvcToJsonAll(); }
+    void callOldDownload() const { m_window.on_actionDnLoad_triggeredOld(); }
+
     /// The lines of the log; none while it is empty.
     QStringList log() const;
 
