@@ -7,6 +7,7 @@
 #include "device/qlumfpax.h"
 
 #include <QLibrary>
+#include <QScopeGuard>
 
 using LUM::Fpax::IFpax;
 
@@ -15,6 +16,25 @@ namespace {
 QString driverPath()
 {
     return Settings.pathApp + "/" + "fpax";
+}
+
+/// Null also if the library throws instead.
+IFpax* created(LUM::Fpax::CreateFunction* create)
+{
+    try {
+        return create(LUM::Fpax::kInterfaceVersion);
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+/// A library that throws ends nothing: the object goes with it.
+void giveBack(LUM::Fpax::ReleaseFunction* release, IFpax** driver)
+{
+    try {
+        release(driver);
+    } catch (...) { // nobody is left to tell
+    }
 }
 
 } // namespace
@@ -45,16 +65,21 @@ void MainWindow::on_btnDbgLoadFile_clicked()
     bd.SaveAsJsonV01(rows, 1);
 
     QLibrary library(driverPath());
-    const bool isLoadedElsewhere = library.isLoaded();
+    const auto unload = qScopeGuard([&library, isLoadedElsewhere = library.isLoaded()] {
+        if (!isLoadedElsewhere)
+            library.unload();
+    });
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-reinterpret-cast): a library tells of its functions no type
     const auto create = reinterpret_cast<LUM::Fpax::CreateFunction*>(library.resolve("CreateFpaxInterface"));
     const auto release =
         reinterpret_cast<LUM::Fpax::ReleaseFunction*>(library.resolve("ReleaseFpaxInterface"));
+    // NOLINTEND(cppcoreguidelines-pro-type-reinterpret-cast)
     if (!create || !release) {
         logDriverNotLoaded(library.errorString());
         return;
     }
     LogAddDbg(tr("Драйвер загружен!"));
-    IFpax* driver = create(LUM::Fpax::kInterfaceVersion);
+    IFpax* driver = created(create);
     const auto writeTemplate = [this, &rows](QLumFpax& fpax) {
         msgBoxWarnOK(tr("test"));
         LogAddDbg(tr("Вход в режим программирования..."));
@@ -68,9 +93,7 @@ void MainWindow::on_btnDbgLoadFile_clicked()
         LogAddDbg(tr("====LOGGER END"));
     };
     checkDriverObject(
-        driver, [release, &driver] { release(&driver); }, writeTemplate);
-    if (!isLoadedElsewhere)
-        library.unload();
+        driver, [release, &driver] { giveBack(release, &driver); }, writeTemplate);
 }
 
 void MainWindow::logDriverNotLoaded(const QString& reason)

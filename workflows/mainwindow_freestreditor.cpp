@@ -19,6 +19,15 @@ qsizetype charsPerLine(int tapeWidth)
     }
 }
 
+/// The first `limit` units of a line; a character of two units is not torn apart.
+QString cutLine(const QString& line, qsizetype limit)
+{
+    QString cut = line.left(limit);
+    if (cut.back().isHighSurrogate())
+        cut.chop(1);
+    return cut;
+}
+
 } // namespace
 
 void MainWindow::on_btnFreeStrEditor_clicked()
@@ -49,8 +58,9 @@ void MainWindow::RunFreeStrEditor()
     const qsizetype limit = charsPerLine(tapeWidth);
     bool isCut = false;
     for (qsizetype i = 0; i < edited.size(); ++i) {
-        isCut = isCut || edited.at(i).size() > limit;
-        freeStrings[i] = edited.at(i).left(limit);
+        const bool isTooLong = edited.at(i).size() > limit;
+        freeStrings[i] = isTooLong ? cutLine(edited.at(i), limit) : edited.at(i);
+        isCut = isCut || isTooLong;
     }
     if (isCut)
         msgBoxWarnOK(tr("При сохранении часть строк была обрезана под ширину ленты. Проверьте строки!"));

@@ -89,6 +89,7 @@ private slots:
     void dumpsWithoutATemplate();
     void numbersAreFilledToThreeDigits();
     void headingsOffMoveTheLayout();
+    void bothCountsOfLinesAreTold();
     void otherCommandsDoNothing_data();
     void otherCommandsDoNothing();
     void setDebugShowsTwoButtons_data();
@@ -169,6 +170,21 @@ void TestConsoleDumps::headingsOffMoveTheLayout()
                                            "Maket Blocks Kol=4/4 BaseY=0", "  Line[0]= 0 0 384",
                                            "  Line[1]= 15 0 0", "  Line[2]= 15 15 0", "  Line[3]= 20 30 12",
                                            "Maket Blocks Kol=1/1 BaseY=50", "  Line[0]= 0 50 384"}));
+}
+
+void TestConsoleDumps::bothCountsOfLinesAreTold()
+{
+    Session s;
+    typeWord(s.window, "SAM");
+    s.open(s.dir.write("four.csv", maskFile(fourFields())));
+    s.probe.maket().blocks[0].kolLines = 2;
+    s.probe.maket().blocks[1].kolLines = 1;
+    QStringList expected = layoutLines();
+    expected[2] = "Maket Blocks Kol=3/2 BaseY=0";
+    expected[6] = "Maket Blocks Kol=4/1 BaseY=56";
+    s.log.takeNew();
+    callCommand(s.window, "SHMBL");
+    QCOMPARE(s.log.takeNew(), expected);
 }
 
 void TestConsoleDumps::otherCommandsDoNothing_data()

@@ -1,12 +1,8 @@
-#include "console/consoleuser.h"
 #include "console/ioinfolines.h"
-#include "support/recordingdriver.h"
-#include "support/session.h"
+#include "console/offeredsession.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLibrary>
 #include <QTest>
 
 #include <algorithm>
@@ -33,74 +29,9 @@ bool isGetter(int k)
     return k <= kGetterCount || (k >= 17 && k <= 19);
 }
 
-QString fileIn(const ProgramDir& dir)
-{
-    return dir.path(QFileInfo(QStringLiteral(OFFERED_DRIVER)).fileName().replace("offered_driver", "fpax"));
-}
-
-/// The program without a device and with its console on.
-struct ConsoleSession : Session
-{
-    ConsoleSession()
-    {
-        typeWord(window, "SAM");
-        log.takeNew();
-    }
-
-    QStringList check()
-    {
-        callCommand(window, "IOINFO");
-        return log.takeNew();
-    }
-};
-
-/// The same when a library has come whose driver is a recording one.
-struct OfferedSession : ConsoleSession
-{
-    explicit OfferedSession(bool isOffered = true)
-    {
-        const QString file = fileIn(dir);
-        if (!QFile::copy(QStringLiteral(OFFERED_DRIVER), file))
-            qFatal("no driver library");
-        library.setFileName(file);
-        using OfferFunction = void (*)(LUM::Fpax::IFpax*);
-        const auto offer = reinterpret_cast<OfferFunction>(library.resolve("OfferDriver"));
-        offer(isOffered ? &driver : nullptr);
-        driver.mappings = {{"Port", "COM1 первый;COM2;USB второй;COM3 третий;порт COM4 %1"},
-                           {"Protocol", "протоколы %1"},
-                           {"ExistedSerial", "1;3;4"},
-                           {"BaudRate", "скорости"},
-                           {"DeviceName", "имена"},
-                           {"IPPort", "не то"}};
-        driver.settings = {{"Protocol", "3"},         {"Port", "5 %2"},          {"BaudRate", "9600"},
-                           {"IPPort", "5555"},        {"IPAddress", "10.0.0.2"}, {"DeviceName", "касса"},
-                           {"ExistedSerial", "не то"}};
-    }
-    ~OfferedSession() { library.unload(); }
-    Q_DISABLE_COPY_MOVE(OfferedSession)
-
-    int releases()
-    {
-        using CountFunction = int (*)();
-        return reinterpret_cast<CountFunction>(library.resolve("ReleaseCount"))();
-    }
-
-    RecordingDriver driver;
-    QLibrary library;
-};
-
 QStringList goodLines()
 {
-    return QStringList(kLoaded) + QStringList(kCreated) +
-           QStringList{"COM1 первый",
-                       "COM3 третий",
-                       "порт COM4 %1",
-                       "in drv protocol: 3 протоколы %1",
-                       "in drv port: 1;3;4 5 %2",
-                       "in drv bods: 9600 скорости",
-                       "in drv IP: 5555/10.0.0.2",
-                       "in drv devName: касса/имена"} +
-           linesOfTheChange() + linesOfTheConnection() + QStringList(kDestroyed);
+    return offeredLines() + linesOfTheChange() + linesOfTheConnection() + QStringList(kDestroyed);
 }
 
 QString settingCall(const QString& name)
@@ -120,8 +51,6 @@ QStringList sorted(QStringList calls)
     return calls;
 }
 
-enum class Thrown { Standard, Other };
-
 } // namespace
 
 /// The console's check of the driver, with every failure.
@@ -132,6 +61,7 @@ class TestConsoleIoInfo : public QObject
 private slots:
     void wholeCheck_data();
     void wholeCheck();
+    void boxesStandBetweenTheSteps();
     void checkLeavesTheSessionAlone();
     void driverWithoutTexts();
     void noLibrary();
@@ -180,6 +110,20 @@ void TestConsoleIoInfo::wholeCheck()
                      settingCall("BaudRate"), "setDeviceEnabled(1)", "resetMode()", "setDeviceEnabled(0)"}));
     QCOMPARE(s.releases(), 1);
     QCOMPARE(commandText(s.window), command);
+}
+
+void TestConsoleIoInfo::boxesStandBetweenTheSteps()
+{
+    OfferedSession s;
+    QStringList seen;
+    s.robot.atEachBox([&](const DialogRobot::SeenBox& box) {
+        seen.append({box.text, s.probe.log().constLast(), s.driver.calls().constLast(),
+                     QString::number(s.releases())});
+    });
+    s.check();
+    QCOMPARE(seen, QStringList({kConnectedBox, "Подключение к устройству...", "setDeviceEnabled(1)", "0",
+                                kReleasedBox, "Отключение...", "setDeviceEnabled(0)", "0"}));
+    QCOMPARE(s.releases(), 1);
 }
 
 void TestConsoleIoInfo::checkLeavesTheSessionAlone()
@@ -234,9 +178,9 @@ void TestConsoleIoInfo::badLibrary()
     QFETCH(const QString, library);
     ConsoleSession s;
     if (library.isEmpty())
-        s.dir.write(QFileInfo(fileIn(s.dir)).fileName(), "не библиотека");
+        s.dir.write(QFileInfo(s.libraryFile()).fileName(), "не библиотека");
     else
-        QVERIFY(QFile::copy(library, fileIn(s.dir)));
+        QVERIFY(QFile::copy(library, s.libraryFile()));
     const QStringList lines = s.check();
     // What the toolkit says about it may take more than one line.
     QVERIFY(lines.size() >= 2);
@@ -251,6 +195,7 @@ void TestConsoleIoInfo::noDriverObject()
     QCOMPARE(s.check(), QStringList({kLoaded, "Не удалось создать объект драйвера!"}));
     QCOMPARE(s.robot.takeTexts(), QStringList());
     QCOMPARE(s.driver.calls(), QStringList());
+    QCOMPARE(s.releases(), 0);
 }
 
 void TestConsoleIoInfo::eachCallIsRefused()
@@ -301,7 +246,7 @@ void TestConsoleIoInfo::eachCallThrows_data()
 {
     QTest::addColumn<Thrown>("thrown");
     QTest::newRow("standard exception") << Thrown::Standard;
-    QTest::newRow("any exception") << Thrown::Other;
+    QTest::newRow("any exception") << Thrown::Own;
 }
 
 void TestConsoleIoInfo::eachCallThrows()

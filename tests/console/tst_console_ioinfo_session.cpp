@@ -3,8 +3,11 @@
 #include "device/utiljson.h"
 #include "workflows/connectionbench.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -81,6 +84,8 @@ private slots:
     void earlierCheckWritesTheTemplate();
     void earlierCheckFails();
     void earlierCheckWithoutALibrary();
+    void commandsThatAreEmptyDoNothing_data();
+    void commandsThatAreEmptyDoNothing();
 };
 
 void TestConsoleIoInfoSession::checkBesideTheSession()
@@ -246,6 +251,54 @@ void TestConsoleIoInfoSession::earlierCheckWithoutALibrary()
     QVERIFY(lines.at(2).startsWith("Не удалось загрузить драйвер ККТ ["));
     QCOMPARE(lines.at(3), QString("Путь к файлу драйвера [" + dir.path("fpax") + "]"));
     QCOMPARE(robot.takeTexts(), QStringList());
+}
+
+void TestConsoleIoInfoSession::commandsThatAreEmptyDoNothing_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("download button") << QByteArray("btnDbgDnload");
+    QTest::newRow("upload button") << QByteArray("btnDbgUploadJson");
+    QTest::newRow("members without a button") << QByteArray();
+}
+
+void TestConsoleIoInfoSession::commandsThatAreEmptyDoNothing()
+{
+    QFETCH(const QByteArray, button);
+    ConnectedConsole c;
+    c.openFields(manyFields(3));
+    const WindowProbe probe(*c.window);
+    const QStringList freeLines{"раз", "два"};
+    probe.freeStrings() = freeLines;
+    probe.setKeepTempFiles(true);
+    const auto files = [&c] {
+        QMap<QString, QByteArray> all;
+        const QDir folder(c.dir.path({}));
+        for (const auto& name : folder.entryList(QDir::Files | QDir::Hidden))
+            all.insert(name, bytesOf(folder.filePath(name)));
+        return all;
+    };
+    const auto filesBefore = files();
+    c.device.takeCalls();
+    c.robot.takeFileDialogs();
+    LogWatch watch(*c.window);
+    if (button.isEmpty()) {
+        QCOMPARE(probe.loadAllFromDevice(), 0);
+        probe.callOldDownload();
+    } else {
+        auto* const shown = named<QPushButton>(*c.window, button.constData());
+        shown->setEnabled(true);
+        shown->show();
+        const QSignalSpy clicks(shown, &QPushButton::clicked);
+        clickButton(*c.window, button.constData());
+        QCOMPARE(clicks.size(), 1);
+    }
+    QCOMPARE(c.device.takeCalls(), QStringList());
+    QCOMPARE(watch.takeNew(), QStringList());
+    QCOMPARE(c.robot.takeTexts(), QStringList());
+    QCOMPARE(c.robot.takeFileDialogs().size(), 0);
+    QVERIFY(files() == filesBefore);
+    QCOMPARE(c.harm(manyFields(3)), QStringList());
+    QCOMPARE(probe.freeStrings(), freeLines);
 }
 
 QTEST_MAIN(TestConsoleIoInfoSession)

@@ -94,14 +94,16 @@ void DialogUser::look()
 
 void choose(QDialog& dialog, const Choice& choice)
 {
+    // Only with the template ticked does the number take what is typed.
+    tick(dialog, "chbFLoadShablon", true);
+    auto* const number = named<QSpinBox>(dialog, "spinBox");
+    if (number->isEnabled()) {
+        number->setFocus();
+        number->selectAll();
+        QTest::keyClicks(number, QString::number(choice.number));
+    }
     tick(dialog, "chbFLoadShablon", choice.isTemplate);
     tick(dialog, "chbFLoadFreeStrs", choice.isFreeLines);
-    auto* const number = named<QSpinBox>(dialog, "spinBox");
-    if (!number->isEnabled())
-        return;
-    number->setFocus();
-    number->selectAll();
-    QTest::keyClicks(number, QString::number(choice.number));
 }
 
 void press(QDialog& dialog, const char* button)

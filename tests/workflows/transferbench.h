@@ -51,7 +51,7 @@ struct Choice
     int number = 1;
 };
 
-/// Makes the dialog show the choice, as far as it lets the user.
+/// Makes the dialog show the choice, as far as it lets the user; the number also if the template is not ticked.
 void choose(QDialog& dialog, const Choice& choice);
 /// Presses a button of a dialog.
 void press(QDialog& dialog, const char* button);

@@ -263,6 +263,8 @@ void TestConnectionMenu::portIsNotReleased()
     QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes.first().text, message);
     QCOMPARE(boxes.first().icon, QMessageBox::NoIcon);
+    QCOMPARE(boxes.first().format == Qt::RichText, message == kNotReleased);
+    QCOMPARE(boxes.first().isRich(), message == kNotReleased);
     QCOMPARE(b.harm(b.fields), QStringList());
 }
 

@@ -84,6 +84,7 @@ private slots:
     void nothingReadLeavesNoTemplate_data();
     void nothingReadLeavesNoTemplate();
     void badValuesLoseTheTemplate();
+    void modelFollowsTheReport();
     void modelOfTheDeviceIsTaken_data();
     void modelOfTheDeviceIsTaken();
     void oldReleaseHasNoTemplateVersion();
@@ -271,6 +272,9 @@ void TestDownload::reportNamesBothParts()
     QCOMPARE(boxes.size(), 1);
     QCOMPARE(boxes.first().text, report);
     QCOMPARE(boxes.first().icon, QMessageBox::NoIcon);
+    // By itself a box looks for marks in the first line only.
+    QCOMPARE(boxes.first().format == Qt::RichText, report.contains("<FONT"));
+    QCOMPARE(boxes.first().isRich(), report.contains("<FONT"));
     QCOMPARE(b.watch->takeNew(), downloadLines(1, fields) + endLines());
     QCOMPARE(b.harm(fields), QStringList());
     QCOMPARE(b.windowLines(), isLinesGood ? kDeviceLines : QStringList());
@@ -355,6 +359,27 @@ void TestDownload::badValuesLoseTheTemplate()
     QCOMPARE(b.robot.takeTexts(), QStringList({findings, kTemplateDone}));
     QCOMPARE(b.watch->takeNew(), downloadLines(1, fields) + findings.split(u'\n') + endLines());
     QVERIFY(areTemplateCommands(*b.window, false));
+}
+
+void TestDownload::modelFollowsTheReport()
+{
+    TransferBench b;
+    const auto fields = deviceFields();
+    b.setTemplates({{1, fields}});
+    b.setDeviceLines(kDeviceLines);
+    b.device.set({{"model", 67}, {"modelName", "Прибор"}});
+    QStringList seen;
+    QStringList log;
+    b.robot.atEachBox([&](const DialogRobot::SeenBox& box) {
+        seen.append({box.text, b.chosenModel(), QString::number(WindowProbe(*b.window).tapeWidth())});
+        log = b.watch->takeNew();
+    });
+    b.download({.isFreeLines = true});
+    // What was read is there while the report is; the model is still the old one.
+    QCOMPARE(seen, QStringList({reportOf(kTemplateDone, kLinesLoaded), "Тавр 77Ф", "576"}));
+    QCOMPARE(log, downloadLines(1, fields) + QStringList("Scene cleared!"));
+    QCOMPARE(b.chosenModel(), QString("Тавр 11Ф"));
+    QCOMPARE(b.watch->takeNew().first(), QString("====== Касса ID=67 str=Прибор"));
 }
 
 void TestDownload::modelOfTheDeviceIsTaken_data()

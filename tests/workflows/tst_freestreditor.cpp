@@ -94,6 +94,9 @@ private slots:
     void linesAreCutToTheTape_data();
     void linesAreCutToTheTape();
     void limitIsThatOfTheTapeAtTheEnd();
+    void pairOfUnitsIsNotTorn();
+    void changedNumberOfLinesIsNotTaken_data();
+    void changedNumberOfLinesIsNotTaken();
 };
 
 void TestFreeStrEditor::dialogIsAsDrawn()
@@ -381,7 +384,15 @@ void TestFreeStrEditor::limitIsThatOfTheTapeAtTheEnd()
     chooseInCombo(s.window, "comboLentaSize", 2);
     edit(s, user, accept);
     QCOMPARE(s.probe.freeStrings(), QStringList({text, text}));
-    // Lines that nobody edits are cut like the others, all with one warning.
+    QCOMPARE(s.robot.takeTexts(), QStringList());
+    // Lines that nobody edits are cut like the others, all with one warning. The tape that counts is that of the end.
+    edit(s, user, [&s](QDialog& open) {
+        s.probe.setTapeWidth(432);
+        pressOk(open);
+    });
+    QCOMPARE(s.probe.freeStrings(), QStringList({text.left(48), text.left(48)}));
+    QCOMPARE(s.robot.takeTexts(), QStringList(kCut));
+    s.probe.freeStrings() = {text, text};
     chooseInCombo(s.window, "comboLentaSize", 1);
     edit(s, user, accept);
     QCOMPARE(s.probe.freeStrings(), QStringList({text.left(48), text.left(48)}));
@@ -390,6 +401,59 @@ void TestFreeStrEditor::limitIsThatOfTheTapeAtTheEnd()
     edit(s, user, accept);
     QCOMPARE(s.probe.freeStrings(), QStringList({text.left(42), text.left(42)}));
     QCOMPARE(s.robot.takeTexts(), QStringList(kCut));
+}
+
+void TestFreeStrEditor::pairOfUnitsIsNotTorn()
+{
+    Session s;
+    showAndStart(s.window);
+    DialogUser user(kEditor);
+    s.probe.setTapeWidth(384);
+    const QString pair = QStringLiteral("😀");
+    QCOMPARE(pair.size(), 2);
+    const auto letters = [](int count) { return QString(count, u'щ'); };
+    const auto accept = [](QDialog& open) { pressOk(open); };
+    // The pair ends with the tape.
+    s.probe.freeStrings() = {letters(40) + pair};
+    edit(s, user, accept);
+    QCOMPARE(s.probe.freeStrings(), QStringList(letters(40) + pair));
+    QCOMPARE(s.robot.takeTexts(), QStringList());
+    s.probe.freeStrings() = {letters(40) + pair + u'!', letters(41) + pair, letters(41) + pair + u'!',
+                             letters(42) + pair};
+    edit(s, user, accept);
+    QCOMPARE(s.probe.freeStrings(), QStringList({letters(40) + pair, letters(41), letters(41), letters(42)}));
+    QCOMPARE(s.robot.takeTexts(), QStringList(kCut));
+}
+
+void TestFreeStrEditor::changedNumberOfLinesIsNotTaken_data()
+{
+    QTest::addColumn<int>("change");
+    QTest::newRow("one fewer") << -1;
+    QTest::newRow("one more") << 1;
+}
+
+void TestFreeStrEditor::changedNumberOfLinesIsNotTaken()
+{
+    QFETCH(const int, change);
+    Session s;
+    showAndStart(s.window);
+    DialogUser user(kEditor);
+    // The last one is too long for the tape: of that nothing is said either.
+    const QStringList lines{"раз", "два", QString(100, u'ю')};
+    s.probe.freeStrings() = lines;
+    edit(s, user, [change](QDialog& open) {
+        enterLine(open, 0, "РАЗ");
+        if (change < 0)
+            delete listOf(open)->takeItem(1);
+        else
+            listOf(open)->addItem("четыре");
+        pressOk(open);
+    });
+    const auto boxes = s.robot.takeBoxes();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.first().text, QString("Число свободных строк изменилось!\nСохранение строк отменено!"));
+    QCOMPARE(boxes.first().icon, QMessageBox::Warning);
+    QCOMPARE(s.probe.freeStrings(), lines);
 }
 
 QTEST_MAIN(TestFreeStrEditor)

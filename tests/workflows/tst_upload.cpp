@@ -242,7 +242,11 @@ void TestUpload::reportNamesBothParts()
         rules.append(QJsonObject{{"operation", failing}, {"call", 2}, {"code", -1000}});
     b.device.setFaults(rules);
     b.upload({.isFreeLines = true});
-    QCOMPARE(b.robot.takeTexts(), QStringList(report));
+    const auto boxes = b.robot.takeBoxes();
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes.first().text, report);
+    QCOMPARE(boxes.first().format == Qt::RichText, report.contains("<FONT"));
+    QCOMPARE(boxes.first().isRich(), report.contains("<FONT"));
     QCOMPARE(b.watch->takeNew(), questionLines());
     QCOMPARE(b.harm(manyFields(4)), QStringList());
     QCOMPARE(b.windowLines(), kWindowLines);
