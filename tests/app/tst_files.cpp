@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QTest>
 
-#include <memory>
-
 namespace {
 
 const QString kCleared = QStringLiteral("Scene cleared!");
@@ -53,27 +51,12 @@ private slots:
     void cleanupTestCase();
 
 private:
-    Session& withoutTemplate();
-
-    std::unique_ptr<Session> m_shared;
+    SharedSession m_shared;
 };
-
-/// The window that all rows of data-driven tests share, without a template.
-Session& tst_Files::withoutTemplate()
-{
-    if (!m_shared)
-        m_shared = std::make_unique<Session>();
-    Session& s = *m_shared;
-    if (s.probe.maket().getShablonLoaded())
-        s.open(s.dir.write("empty.csv", {}));
-    s.robot.takeTexts();
-    s.log.takeNew();
-    return s;
-}
 
 void tst_Files::cleanupTestCase()
 {
-    m_shared.reset();
+    m_shared.close();
 }
 
 void tst_Files::dialogsAskForCsvFilesWhereTheLastOneLay()
@@ -135,7 +118,7 @@ void tst_Files::everyFormatIsRecognised()
 {
     QFETCH(const QByteArray, bytes);
     QFETCH(const int, type);
-    Session& s = withoutTemplate();
+    Session& s = m_shared.withoutTemplate();
     s.open(s.dir.write("file.csv", bytes));
     QCOMPARE(s.robot.takeTexts(), QStringList());
     QCOMPARE(s.log.takeNew(),
@@ -175,7 +158,7 @@ void tst_Files::tiedVotesGoToTheOlderFormat()
 {
     QFETCH(const QByteArray, bytes);
     QFETCH(const QString, format);
-    Session& s = withoutTemplate();
+    Session& s = m_shared.withoutTemplate();
     s.open(s.dir.write("file.csv", bytes));
     QCOMPARE(s.log.takeNew().constFirst(), QStringLiteral("Распознан формат: ") + format);
 }
@@ -251,7 +234,7 @@ void tst_Files::unrecognisedFileGivesTwoWarnings_data()
 void tst_Files::unrecognisedFileGivesTwoWarnings()
 {
     QFETCH(const QByteArray, bytes);
-    Session& s = withoutTemplate();
+    Session& s = m_shared.withoutTemplate();
     s.open(s.goodFile(2));
     s.log.takeNew();
     const QString path = s.dir.write("other.csv", bytes);

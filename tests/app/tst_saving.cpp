@@ -6,8 +6,6 @@
 #include <QFileInfo>
 #include <QTest>
 
-#include <memory>
-
 namespace {
 
 /// The warning about `path`, which cannot be written.
@@ -42,27 +40,12 @@ private slots:
     void cleanupTestCase();
 
 private:
-    Session& withoutTemplate();
-
-    std::unique_ptr<Session> m_shared;
+    SharedSession m_shared;
 };
-
-/// The window that all rows of data-driven tests share, without a template.
-Session& tst_Saving::withoutTemplate()
-{
-    if (!m_shared)
-        m_shared = std::make_unique<Session>();
-    Session& s = *m_shared;
-    if (s.probe.maket().getShablonLoaded())
-        s.open(s.dir.write("empty.csv", {}));
-    s.robot.takeTexts();
-    s.log.takeNew();
-    return s;
-}
 
 void tst_Saving::cleanupTestCase()
 {
-    m_shared.reset();
+    m_shared.close();
 }
 
 void tst_Saving::saveAfterARejectedFileEmptiesIt()
@@ -266,7 +249,7 @@ void tst_Saving::longAndCyrillicNames_data()
 void tst_Saving::longAndCyrillicNames()
 {
     QFETCH(const QString, name);
-    Session& s = withoutTemplate();
+    Session& s = m_shared.withoutTemplate();
     QVERIFY(QDir(QFileInfo(s.dir.path(name)).path()).mkpath("."));
     s.open(s.goodFile(2));
     s.saveAs(s.dir.path(name));

@@ -1,5 +1,4 @@
-#include "device/templaterecords.h"
-#include "support/session.h"
+#include "device/recordssession.h"
 
 #include <QTest>
 
@@ -39,19 +38,12 @@ private slots:
     void headIsForOneFieldOnly();
 
 private:
-    void load(const QList<Json::Value>& records, int subTable = 1)
-    {
-        Json::Value list = listOf(records);
-        m_session->probe.loadRecords(list, subTable);
-    }
-    const QMap<int, T20Item>& items() const { return m_session->probe.bd().items; }
-
-    std::unique_ptr<Session> m_session;
+    std::unique_ptr<RecordsSession> m_session;
 };
 
 void TestTable20Heads::initTestCase()
 {
-    m_session = std::make_unique<Session>();
+    m_session = std::make_unique<RecordsSession>();
 }
 
 void TestTable20Heads::cleanupTestCase()
@@ -61,8 +53,7 @@ void TestTable20Heads::cleanupTestCase()
 
 void TestTable20Heads::init()
 {
-    m_session->probe.bd().Clear();
-    m_session->log.takeNew();
+    m_session->clear();
 }
 
 void TestTable20Heads::headGivesNameAndMask_data()
@@ -120,35 +111,36 @@ void TestTable20Heads::headGivesNameAndMask()
     QFETCH(const QString, digits);
     QFETCH(const QString, line);
     // Behind another field, as the first one and the others start from different flags.
-    load(field(0) + QList<Json::Value>{head(digits)} + field(30));
-    const T20Item item = items().value(31);
+    m_session->load(field(0) + QList<Json::Value>{head(digits)} + field(30));
+    const T20Item item = m_session->items().value(31);
     QTEST(item.Desc, "name");
     QTEST(item.DescView, "view");
     QTEST(item.BL_MASK, "mask");
     QTEST(item.FA_NEED, "isNeeded");
     QCOMPARE(m_session->log.takeNew(), QStringList{line});
 
-    load(QList<Json::Value>{head(digits)} + field(30));
-    QTEST(items().value(31).Desc, "name");
-    QTEST(items().value(31).BL_MASK, "mask");
-    QTEST(items().value(31).FA_NEED, "isNeeded");
+    m_session->load(QList<Json::Value>{head(digits)} + field(30));
+    QTEST(m_session->items().value(31).Desc, "name");
+    QTEST(m_session->items().value(31).BL_MASK, "mask");
+    QTEST(m_session->items().value(31).FA_NEED, "isNeeded");
 
     // The twelfth field of a list is mandatory unless its head says otherwise.
     QVERIFY(BD_T20Items::getFA_NEED(12));
-    load(fields({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) + QList<Json::Value>{head(digits)} + field(30));
-    QTEST(items().value(31).BL_MASK, "mask");
-    QTEST(items().value(31).FA_NEED, "isNeeded");
+    m_session->load(fields({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) + QList<Json::Value>{head(digits)} +
+                    field(30));
+    QTEST(m_session->items().value(31).BL_MASK, "mask");
+    QTEST(m_session->items().value(31).FA_NEED, "isNeeded");
 }
 
 void TestTable20Heads::undefinedCharacterKeepsItsPlace()
 {
-    load(QList<Json::Value>{head("04000300C898FF05000200FF03")} + field(30));
-    const QString name = items().value(31).Desc;
+    m_session->load(QList<Json::Value>{head("04000300C898FF05000200FF03")} + field(30));
+    const QString name = m_session->items().value(31).Desc;
     QCOMPARE(name.size(), 3);
     QCOMPARE(name.front(), u'И');
     QCOMPARE(name[1], QChar(0x98)); // what the code page leaves out keeps its number
     QCOMPARE(name.back(), u'я');
-    QCOMPARE(items().value(31).BL_MASK, 0x3ffU);
+    QCOMPARE(m_session->items().value(31).BL_MASK, 0x3ffU);
 }
 
 void TestTable20Heads::headWithoutANameGivesNothing_data()
@@ -166,10 +158,10 @@ void TestTable20Heads::headWithoutANameGivesNothing_data()
 void TestTable20Heads::headWithoutANameGivesNothing()
 {
     QFETCH(const QString, digits);
-    load(field(0) + QList<Json::Value>{head(digits)} + field(11));
-    QCOMPARE(items()[12].Desc, "Позиция: наименование");
-    QCOMPARE(items()[12].DescView, "П.: наименование");
-    QCOMPARE(items()[12].BL_MASK, 0xffffU);
+    m_session->load(field(0) + QList<Json::Value>{head(digits)} + field(11));
+    QCOMPARE(m_session->items()[12].Desc, "Позиция: наименование");
+    QCOMPARE(m_session->items()[12].DescView, "П.: наименование");
+    QCOMPARE(m_session->items()[12].BL_MASK, 0xffffU);
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
@@ -194,9 +186,9 @@ void TestTable20Heads::headOfAnotherKindIsLogged()
 {
     QFETCH(const QString, digits);
     QFETCH(const QString, line);
-    load(field(0) + QList<Json::Value>{record(1, 0, 0, digits)} + field(11));
-    QCOMPARE(items()[12].Desc, "Позиция: наименование");
-    QCOMPARE(items()[12].BL_MASK, 0xffffU);
+    m_session->load(field(0) + QList<Json::Value>{record(1, 0, 0, digits)} + field(11));
+    QCOMPARE(m_session->items()[12].Desc, "Позиция: наименование");
+    QCOMPARE(m_session->items()[12].BL_MASK, 0xffffU);
     QCOMPARE(m_session->log.takeNew(), QStringList{line});
 }
 
@@ -204,27 +196,27 @@ void TestTable20Heads::headIsForOneFieldOnly()
 {
     const auto named = head("04000300C8ECFF05000400FF030000");
     const auto other = head("04000200CDE5050002000100");
-    load(QList<Json::Value>{named} + field(0) + field(1) + QList<Json::Value>{other} + field(2) +
-         QList<Json::Value>{named, other} + field(3) + QList<Json::Value>{named});
-    QCOMPARE(items().keys(), (QList<int>{1, 2, 3, 4}));
-    QCOMPARE(items()[1].Desc, "Имя");
-    QCOMPARE(items()[1].FA_NEED, true);
-    QCOMPARE(items()[2].Desc, "Свободная строка 1");
-    QCOMPARE(items()[2].DescView, "Свободная строка 1");
-    QCOMPARE(items()[2].FA_NEED, false);
-    QCOMPARE(items()[2].BL_MASK, 0xffffU);
-    QCOMPARE(items()[3].Desc, "Не");
-    QCOMPARE(items()[3].BL_MASK, 1U);
-    QCOMPARE(items()[4].Desc, "Не");
-    QCOMPARE(items()[4].FA_NEED, false);
+    m_session->load(QList<Json::Value>{named} + field(0) + field(1) + QList<Json::Value>{other} + field(2) +
+                    QList<Json::Value>{named, other} + field(3) + QList<Json::Value>{named});
+    QCOMPARE(m_session->items().keys(), (QList<int>{1, 2, 3, 4}));
+    QCOMPARE(m_session->items()[1].Desc, "Имя");
+    QCOMPARE(m_session->items()[1].FA_NEED, true);
+    QCOMPARE(m_session->items()[2].Desc, "Свободная строка 1");
+    QCOMPARE(m_session->items()[2].DescView, "Свободная строка 1");
+    QCOMPARE(m_session->items()[2].FA_NEED, false);
+    QCOMPARE(m_session->items()[2].BL_MASK, 0xffffU);
+    QCOMPARE(m_session->items()[3].Desc, "Не");
+    QCOMPARE(m_session->items()[3].BL_MASK, 1U);
+    QCOMPARE(m_session->items()[4].Desc, "Не");
+    QCOMPARE(m_session->items()[4].FA_NEED, false);
 
     // It may also come between the groups of its field.
     QList<Json::Value> records = field(0);
     records.insert(2, named);
-    load(records);
-    QCOMPARE(items()[1].Desc, "Имя");
-    QCOMPARE(items()[1].BL_MASK, 0x3ffU);
-    QCOMPARE(items()[1].Line, 1);
+    m_session->load(records);
+    QCOMPARE(m_session->items()[1].Desc, "Имя");
+    QCOMPARE(m_session->items()[1].BL_MASK, 0x3ffU);
+    QCOMPARE(m_session->items()[1].Line, 1);
 }
 
 QTEST_MAIN(TestTable20Heads)

@@ -1,5 +1,4 @@
-#include "device/templaterecords.h"
-#include "support/session.h"
+#include "device/recordssession.h"
 
 #include <QTest>
 
@@ -39,19 +38,12 @@ private slots:
     void templateComesBackAsItWent();
 
 private:
-    void load(const QList<Json::Value>& records, int subTable = 1)
-    {
-        Json::Value list = listOf(records);
-        m_session->probe.loadRecords(list, subTable);
-    }
-    const QMap<int, T20Item>& items() const { return m_session->probe.bd().items; }
-
-    std::unique_ptr<Session> m_session;
+    std::unique_ptr<RecordsSession> m_session;
 };
 
 void TestTable20Window::initTestCase()
 {
-    m_session = std::make_unique<Session>();
+    m_session = std::make_unique<RecordsSession>();
 }
 
 void TestTable20Window::cleanupTestCase()
@@ -61,8 +53,7 @@ void TestTable20Window::cleanupTestCase()
 
 void TestTable20Window::init()
 {
-    m_session->probe.bd().Clear();
-    m_session->log.takeNew();
+    m_session->clear();
 }
 
 void TestTable20Window::paramStandsAtItsPlace_data()
@@ -98,36 +89,36 @@ void TestTable20Window::paramStandsAtItsPlace()
 
 void TestTable20Window::everyParamGoesToItsMember()
 {
-    load({record(4, 1, 6,
-                 "010605005400"
-                 "01000A00010001000802000100A1"
-                 "02000A00010001000402000100A2"
-                 "03000A00010001000102000100A3"
-                 "04000A00010001000102000100A4"
-                 "05000A00010001000202000100A5"
-                 "06000A00010001000802000100A6"),
-          record(4, 7, 12,
-                 "070C05005400"
-                 "07000A00010001000802000100A7"
-                 "08000A00010001000802000100A8"
-                 "09000A00010001000802000100A9"
-                 "0A000A00010001000102000100AA"
-                 "0B000A00010001000102000100AB"
-                 "0C000A00010001000102000100AC"),
-          record(4, 13, 18,
-                 "0D1205005400"
-                 "0D000A00010001000102000100AD"
-                 "0E000A00010001000202000100AE"
-                 "0F000A00010001000202000100AF"
-                 "10000A00010001000402000100B0"
-                 "11000A00010001000202000100B1"
-                 "12000A00010001000202000100B2"),
-          record(4, 19, 19,
-                 "131305000E00"
-                 "13000A00010001000802000100B3")},
-         4);
-    QCOMPARE(items().keys(), QList<int>{6});
-    const T20Item item = items().value(6);
+    m_session->load({record(4, 1, 6,
+                            "010605005400"
+                            "01000A00010001000802000100A1"
+                            "02000A00010001000402000100A2"
+                            "03000A00010001000102000100A3"
+                            "04000A00010001000102000100A4"
+                            "05000A00010001000202000100A5"
+                            "06000A00010001000802000100A6"),
+                     record(4, 7, 12,
+                            "070C05005400"
+                            "07000A00010001000802000100A7"
+                            "08000A00010001000802000100A8"
+                            "09000A00010001000802000100A9"
+                            "0A000A00010001000102000100AA"
+                            "0B000A00010001000102000100AB"
+                            "0C000A00010001000102000100AC"),
+                     record(4, 13, 18,
+                            "0D1205005400"
+                            "0D000A00010001000102000100AD"
+                            "0E000A00010001000202000100AE"
+                            "0F000A00010001000202000100AF"
+                            "10000A00010001000402000100B0"
+                            "11000A00010001000202000100B1"
+                            "12000A00010001000202000100B2"),
+                     record(4, 19, 19,
+                            "131305000E00"
+                            "13000A00010001000802000100B3")},
+                    4);
+    QCOMPARE(m_session->items().keys(), QList<int>{6});
+    const T20Item item = m_session->items().value(6);
     QCOMPARE(item.Block, 0xa1);
     QCOMPARE(item.Font, 0xa2);
     QCOMPARE(item.X2X, 0xa3);
@@ -180,11 +171,11 @@ void TestTable20Window::rowHasTwoBytes_data()
 void TestTable20Window::rowHasTwoBytes()
 {
     QFETCH(const int, row);
-    load(field(row));
-    QCOMPARE(items().keys(), QList<int>{row + 1});
-    QCOMPARE(items().first().Type, row);
-    QTEST(items().first().Desc, "name");
-    QTEST(items().first().DescView, "view");
+    m_session->load(field(row));
+    QCOMPARE(m_session->items().keys(), QList<int>{row + 1});
+    QCOMPARE(m_session->items().first().Type, row);
+    QTEST(m_session->items().first().Desc, "name");
+    QTEST(m_session->items().first().DescView, "view");
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
@@ -203,26 +194,26 @@ void TestTable20Window::signInTheRowIsNoDigit()
     QFETCH(const int, row);
     QList<Json::Value> records = field(9);
     records[0] = record(1, 1, 6, "0106" + digits + "5400" + groupDigits(9, 1, {3, 1, 0, 0, 0, 2}).mid(12));
-    load(records);
-    QCOMPARE(items().keys(), QList<int>{row + 1});
-    QCOMPARE(items().first().Type, row);
-    QCOMPARE(items().first().Block, 3);
+    m_session->load(records);
+    QCOMPARE(m_session->items().keys(), QList<int>{row + 1});
+    QCOMPARE(m_session->items().first().Type, row);
+    QCOMPARE(m_session->items().first().Block, 3);
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
 void TestTable20Window::listWithoutHeadsTakesTheCatalogue()
 {
-    load(fields({0, 1, 9}));
-    QCOMPARE(items().keys(), (QList<int>{1, 2, 10}));
-    QCOMPARE(items()[1].Desc, "Шапка: заголовок");
-    QCOMPARE(items()[1].DescView, "Ш.: заголовок");
-    QCOMPARE(items()[1].BL_MASK, 0xffffffffU);
-    QCOMPARE(items()[2].Desc, "Свободная строка 1");
-    QCOMPARE(items()[2].DescView, "Свободная строка 1");
-    QCOMPARE(items()[2].BL_MASK, 0xffffU);
-    QCOMPARE(items()[10].Desc, "Позиция: номер");
-    QCOMPARE(items()[10].DescView, "П.: номер");
-    QCOMPARE(items()[10].BL_MASK, 0xffffU);
+    m_session->load(fields({0, 1, 9}));
+    QCOMPARE(m_session->items().keys(), (QList<int>{1, 2, 10}));
+    QCOMPARE(m_session->items()[1].Desc, "Шапка: заголовок");
+    QCOMPARE(m_session->items()[1].DescView, "Ш.: заголовок");
+    QCOMPARE(m_session->items()[1].BL_MASK, 0xffffffffU);
+    QCOMPARE(m_session->items()[2].Desc, "Свободная строка 1");
+    QCOMPARE(m_session->items()[2].DescView, "Свободная строка 1");
+    QCOMPARE(m_session->items()[2].BL_MASK, 0xffffU);
+    QCOMPARE(m_session->items()[10].Desc, "Позиция: номер");
+    QCOMPARE(m_session->items()[10].DescView, "П.: номер");
+    QCOMPARE(m_session->items()[10].BL_MASK, 0xffffU);
 }
 
 void TestTable20Window::wholeCatalogueComesButForTheLastName()
@@ -230,34 +221,34 @@ void TestTable20Window::wholeCatalogueComesButForTheLastName()
     QList<int> rows;
     for (int row = 0; row < 161; ++row)
         rows.append(row);
-    load(fields(rows));
-    QCOMPARE(items().size(), 161);
+    m_session->load(fields(rows));
+    QCOMPARE(m_session->items().size(), 161);
     for (const auto& [key, isNeeded] :
          {std::pair(1, false), std::pair(11, false), std::pair(12, true), std::pair(13, false),
           std::pair(16, true), std::pair(19, true), std::pair(32, false), std::pair(33, true),
           std::pair(70, true), std::pair(71, false), std::pair(128, false), std::pair(134, true),
           std::pair(135, false), std::pair(160, false)}) {
-        QCOMPARE(items()[key].FA_NEED, isNeeded);
-        QCOMPARE(items()[key].Type, key - 1);
+        QCOMPARE(m_session->items()[key].FA_NEED, isNeeded);
+        QCOMPARE(m_session->items()[key].Type, key - 1);
     }
-    QCOMPARE(items()[43].Desc, "ИТОГ: сумма");
-    QCOMPARE(items()[159].Desc, "QR-код");
-    QCOMPARE(items()[160].Desc, "unknow");
-    QCOMPARE(items()[160].DescView, "unknow");
-    QCOMPARE(items()[161].Desc, "unknow");
-    QCOMPARE(items()[1].BL_MASK, 0xffffffffU);
+    QCOMPARE(m_session->items()[43].Desc, "ИТОГ: сумма");
+    QCOMPARE(m_session->items()[159].Desc, "QR-код");
+    QCOMPARE(m_session->items()[160].Desc, "unknow");
+    QCOMPARE(m_session->items()[160].DescView, "unknow");
+    QCOMPARE(m_session->items()[161].Desc, "unknow");
+    QCOMPARE(m_session->items()[1].BL_MASK, 0xffffffffU);
     for (int key = 2; key <= 161; ++key)
-        QCOMPARE(items()[key].BL_MASK, 0xffffU);
+        QCOMPARE(m_session->items()[key].BL_MASK, 0xffffU);
 }
 
 void TestTable20Window::flagsGoByTheCountOfFields()
 {
     // The rows of keys 12 and 41, which every device wants; then the twelfth field of the list.
-    load(fields({11, 40, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-    QCOMPARE(items()[12].FA_NEED, false);
-    QCOMPARE(items()[41].FA_NEED, false);
-    QCOMPARE(items()[9].FA_NEED, false);
-    QCOMPARE(items()[10].FA_NEED, true);
+    m_session->load(fields({11, 40, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    QCOMPARE(m_session->items()[12].FA_NEED, false);
+    QCOMPARE(m_session->items()[41].FA_NEED, false);
+    QCOMPARE(m_session->items()[9].FA_NEED, false);
+    QCOMPARE(m_session->items()[10].FA_NEED, true);
 }
 
 void TestTable20Window::unknownGroupsAreLogged()
@@ -268,13 +259,13 @@ void TestTable20Window::unknownGroupsAreLogged()
                                             {0, 19}, {8, 12},  {14, 18}, {12, 7}};
     for (const auto& [first, last] : groups)
         records.insert(2, record(1, first, last, groupDigits(9, 1, {9, 9, 9, 9, 9, 9})));
-    load(records);
+    m_session->load(records);
     QCOMPARE(m_session->log.takeNew(), QStringList(groups.size(), "---: unknow"));
-    QCOMPARE(items().keys(), QList<int>{1});
-    const QMap<int, T20Item> withThem = items();
-    load(field(0));
+    QCOMPARE(m_session->items().keys(), QList<int>{1});
+    const QMap<int, T20Item> withThem = m_session->items();
+    m_session->load(field(0));
     for (const auto param : T20Item::kDeviceParams)
-        QCOMPARE(withThem[1].*param, items()[1].*param);
+        QCOMPARE(withThem[1].*param, m_session->items()[1].*param);
 }
 
 void TestTable20Window::fieldWithoutItsFirstGroupIsReported()
@@ -284,19 +275,19 @@ void TestTable20Window::fieldWithoutItsFirstGroupIsReported()
     for (int i = 0; i < 10; ++i)
         records += {record(1, 7, 12, groupDigits(77, 7, {9, 9, 9, 9, 9, 9})), last};
     records += field(31);
-    load(records);
+    m_session->load(records);
     QCOMPARE(m_session->log.takeNew(), QStringList(10, "wrong pole keyPlN"));
-    QCOMPARE(items().keys(), (QList<int>{31, 32}));
+    QCOMPARE(m_session->items().keys(), (QList<int>{31, 32}));
     // They count all the same: this one is the twelfth.
-    QCOMPARE(items()[32].FA_NEED, true);
+    QCOMPARE(m_session->items()[32].FA_NEED, true);
 
     // At the start of a list the row is 1 until it is told.
-    load({last});
+    m_session->load({last});
     QCOMPARE(m_session->log.takeNew(), QStringList());
-    QCOMPARE(items().keys(), QList<int>{2});
-    QCOMPARE(items()[2].Type, 1);
-    QCOMPARE(items()[2].TailChar, 65);
-    QCOMPARE(items()[2].Desc, "Свободная строка 1");
+    QCOMPARE(m_session->items().keys(), QList<int>{2});
+    QCOMPARE(m_session->items()[2].Type, 1);
+    QCOMPARE(m_session->items()[2].TailChar, 65);
+    QCOMPARE(m_session->items()[2].Desc, "Свободная строка 1");
 }
 
 void TestTable20Window::missingGroupsLeaveNoNumbers()
@@ -304,11 +295,11 @@ void TestTable20Window::missingGroupsLeaveNoNumbers()
     QList<Json::Value> records = field(0);
     records +=
         {record(1, 1, 6, groupDigits(4, 1, {3, 4, 5, 6, 7, 8})), record(1, 19, 19, groupDigits(4, 19, {9}))};
-    load(records);
-    QCOMPARE(items().keys(), (QList<int>{1, 5}));
+    m_session->load(records);
+    QCOMPARE(m_session->items().keys(), (QList<int>{1, 5}));
     QList<int> numbers;
     for (const auto param : T20Item::kDeviceParams)
-        numbers.append(items()[5].*param);
+        numbers.append(m_session->items()[5].*param);
     QCOMPARE(numbers, (QList<int>{3, 4, 5, 6, 7, 8, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 9}));
 }
 
@@ -322,13 +313,13 @@ void TestTable20Window::otherSubTablesAreSkipped()
     const QList<Json::Value> wanted = field(3);
     for (const auto& value : wanted)
         mixed += records + QList<Json::Value>{value};
-    load(mixed);
-    QCOMPARE(items().keys(), QList<int>{4});
-    QCOMPARE(items()[4].BL_MASK, 0xffffffffU);
+    m_session->load(mixed);
+    QCOMPARE(m_session->items().keys(), QList<int>{4});
+    QCOMPARE(m_session->items()[4].BL_MASK, 0xffffffffU);
     QCOMPARE(m_session->log.takeNew(), QStringList());
 
-    load(records, 5);
-    QCOMPARE(items().keys(), QList<int>());
+    m_session->load(records, 5);
+    QCOMPARE(m_session->items().keys(), QList<int>());
 }
 
 void TestTable20Window::elementsThatAreNoRecordsAreSkipped()
@@ -356,9 +347,9 @@ void TestTable20Window::elementsThatAreNoRecordsAreSkipped()
          completeBut("r", false), completeBut("r", 1.25),  completeBut("p1", true), completeBut("p1", 19.5),
          completeBut("p2", true), completeBut("p2", 19.5), completeBut("v", 1313),  completeBut("v", true),
          completeBut("v", 13.5)};
-    load(wrong + field(3));
-    QCOMPARE(items().keys(), QList<int>{4});
-    QCOMPARE(items()[4].BL_MASK, 0xffffffffU);
+    m_session->load(wrong + field(3));
+    QCOMPARE(m_session->items().keys(), QList<int>{4});
+    QCOMPARE(m_session->items()[4].BL_MASK, 0xffffffffU);
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
@@ -366,23 +357,23 @@ void TestTable20Window::laterFieldOfARowReplacesTheEarlier()
 {
     QList<Json::Value> second = field(3);
     second[3] = record(1, 19, 19, groupDigits(3, 19, {99}));
-    load(field(3) + second);
-    QCOMPARE(items().keys(), QList<int>{4});
-    QCOMPARE(items()[4].TailChar, 99);
-    QCOMPARE(items()[4].BL_MASK, 0xffffU);
+    m_session->load(field(3) + second);
+    QCOMPARE(m_session->items().keys(), QList<int>{4});
+    QCOMPARE(m_session->items()[4].TailChar, 99);
+    QCOMPARE(m_session->items()[4].BL_MASK, 0xffffU);
 }
 
 void TestTable20Window::listReplacesTheTemplate()
 {
-    load(fields({0, 1, 2}));
-    load(field(1));
-    QCOMPARE(items().keys(), QList<int>{2});
-    load({});
-    QCOMPARE(items().keys(), QList<int>());
-    load(field(1));
+    m_session->load(fields({0, 1, 2}));
+    m_session->load(field(1));
+    QCOMPARE(m_session->items().keys(), QList<int>{2});
+    m_session->load({});
+    QCOMPARE(m_session->items().keys(), QList<int>());
+    m_session->load(field(1));
     Json::Value nothing;
     m_session->probe.loadRecords(nothing, 1);
-    QCOMPARE(items().keys(), QList<int>());
+    QCOMPARE(m_session->items().keys(), QList<int>());
 }
 
 void TestTable20Window::templateComesBackAsItWent()
@@ -398,9 +389,9 @@ void TestTable20Window::templateComesBackAsItWent()
     Json::Value list(Json::arrayValue);
     QCOMPARE(before.SaveAsJsonV01(list, 8), 0);
     m_session->probe.loadRecords(list, 8);
-    QCOMPARE(items().keys(), before.items.keys());
+    QCOMPARE(m_session->items().keys(), before.items.keys());
     for (int key = 1; key <= 159; ++key) {
-        const T20Item item = items()[key];
+        const T20Item item = m_session->items()[key];
         for (const auto param : T20Item::kDeviceParams)
             QCOMPARE(item.*param, before.items[key].*param);
         QCOMPARE(item.Type, key - 1);

@@ -1,5 +1,6 @@
 #include "rulesbench.h"
 
+#include "support/namedparams.h"
 #include "support/tablesteps.h"
 
 #include <QGroupBox>
@@ -17,37 +18,17 @@ using T20Item = BD_T20Items::T20Item;
 constexpr int kTickMs = 10;
 constexpr int kTurns = 4;
 
-constexpr std::pair<const char*, int T20Item::*> kNumbers[] = {
-    {"Type", &T20Item::Type},
-    {"Block", &T20Item::Block},
-    {"Font", &T20Item::Font},
-    {"X2X", &T20Item::X2X},
-    {"X2Y", &T20Item::X2Y},
-    {"PoleFlags", &T20Item::PoleFlags},
-    {"LineGap", &T20Item::LineGap},
-    {"Line", &T20Item::Line},
-    {"X", &T20Item::X},
-    {"Size", &T20Item::Size},
-    {"DropIfZero", &T20Item::DropIfZero},
-    {"PressRight", &T20Item::PressRight},
-    {"Expand", &T20Item::Expand},
-    {"CutToWidth", &T20Item::CutToWidth},
-    {"MaskMode", &T20Item::MaskMode},
-    {"FractFormat", &T20Item::FractFormat},
-    {"Brightness", &T20Item::Brightness},
-    {"AlignInPole", &T20Item::AlignInPole},
-    {"AlignOnTape", &T20Item::AlignOnTape},
-    {"TailChar", &T20Item::TailChar},
-};
-
 QStringList differences(int key, const T20Item& before, const T20Item& after)
 {
     QStringList found;
-    for (const auto& [name, param] : kNumbers) {
+    const auto compare = [&](const char* name, records::Param param) {
         if (before.*param != after.*param)
             found.append(
                 QStringLiteral("%1.%2 %3>%4").arg(key).arg(name).arg(before.*param).arg(after.*param));
-    }
+    };
+    compare("Type", &T20Item::Type);
+    for (const auto& [name, param] : records::kParams)
+        compare(name, param);
     if (before.FA_NEED != after.FA_NEED || before.BL_MASK != after.BL_MASK || before.Desc != after.Desc ||
         before.DescView != after.DescView)
         found.append(QStringLiteral("%1.what no row shows").arg(key));

@@ -32,6 +32,18 @@ QStringList Session::keysOnTape() const
     return keys;
 }
 
+Session& SharedSession::withoutTemplate()
+{
+    if (!m_session)
+        m_session = std::make_unique<Session>();
+    Session& s = *m_session;
+    if (s.probe.maket().getShablonLoaded())
+        s.open(s.dir.write("empty.csv", {}));
+    s.robot.takeTexts();
+    s.log.takeNew();
+    return s;
+}
+
 bool areTemplateCommands(const MainWindow& window, bool enabled)
 {
     for (const char* const name : {"actionSaveAs", "action_5"})

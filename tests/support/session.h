@@ -6,6 +6,8 @@
 #include "support/usersteps.h"
 #include "support/windowprobe.h"
 
+#include <memory>
+
 /// One user before one open window, with a program directory of their own.
 struct Session
 {
@@ -30,6 +32,18 @@ struct Session
     MainWindow window;
     LogWatch log;
     WindowProbe probe;
+};
+
+/// The window that the rows of data-driven tests share. Close it in cleanupTestCase().
+class SharedSession
+{
+public:
+    /// The window, opened if it is not yet, without a template and with nothing left in log and boxes.
+    Session& withoutTemplate();
+    void close() { m_session.reset(); }
+
+private:
+    std::unique_ptr<Session> m_session;
 };
 
 /// True if all commands that come and go with a template are enabled, or all disabled, as told.
