@@ -105,8 +105,9 @@ until_true() {
     done
 }
 
+# start_screen [SIZE]
 start_screen() {
-    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/screen.log" &
+    Xvfb -displayfd 3 -screen 0 "${1:-1366x768}x24" -nolisten tcp 3>"$scratch/display" 2>"$scratch/screen.log" &
     screen_pid=$!
     until_true screen_is_up
     DISPLAY=:$(<"$scratch/display")
@@ -128,19 +129,24 @@ window_manager_is_up() {
 
 # start_program PROGRAM: in its own folder, with settings of nobody; ends when the window stands still.
 start_program() {
-    mkdir -m 700 "$scratch/home" "$scratch/runtime"
+    launch "$1"
+    until_true find_central_widget
+}
+
+# launch PROGRAM [NAME=VALUE...]: the same with these in its environment; ends when the window has the keyboard.
+launch() {
+    mkdir -p -m 700 "$scratch/home" "$scratch/runtime"
     (
         cd "$(dirname "$1")" || exit
         unset WAYLAND_DISPLAY XDG_CURRENT_DESKTOP QT_STYLE_OVERRIDE QT_QPA_PLATFORMTHEME QT_SCALE_FACTOR
         export HOME=$scratch/home XDG_CONFIG_HOME=$scratch/home XDG_RUNTIME_DIR=$scratch/runtime
         export QT_QPA_PLATFORM=xcb
-        exec "$1"
+        exec env "${@:2}" "$1"
     ) >"$scratch/program.log" 2>&1 &
     program_pid=$!
     until_true find_window "$MAIN_TITLE"
     window=$found_window
     until_true has_focus "$window"
-    until_true find_central_widget
 }
 
 # program_ends: fails unless the program ends by itself with status 0.
