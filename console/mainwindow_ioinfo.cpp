@@ -3,6 +3,7 @@
 
 #include "app/csettings.h"
 #include "device/devicecodes.h"
+#include "device/guarded.h"
 #include "device/krdlibrary.h"
 #include "device/qlumfpax.h"
 
@@ -16,25 +17,6 @@ namespace {
 QString driverPath()
 {
     return Settings.pathApp + "/" + "fpax";
-}
-
-/// Null also if the library throws instead.
-IFpax* created(LUM::Fpax::CreateFunction* create)
-{
-    try {
-        return create(LUM::Fpax::kInterfaceVersion);
-    } catch (...) {
-        return nullptr;
-    }
-}
-
-/// A library that throws ends nothing: the object goes with it.
-void giveBack(LUM::Fpax::ReleaseFunction* release, IFpax** driver)
-{
-    try {
-        release(driver);
-    } catch (...) { // nobody is left to tell
-    }
 }
 
 } // namespace
@@ -79,7 +61,7 @@ void MainWindow::on_btnDbgLoadFile_clicked()
         return;
     }
     LogAddDbg(tr("Драйвер загружен!"));
-    IFpax* driver = created(create);
+    auto* driver = guarded<IFpax*>(nullptr, [create] { return create(LUM::Fpax::kInterfaceVersion); });
     const auto writeTemplate = [this, &rows](QLumFpax& fpax) {
         msgBoxWarnOK(tr("test"));
         LogAddDbg(tr("Вход в режим программирования..."));
@@ -93,7 +75,14 @@ void MainWindow::on_btnDbgLoadFile_clicked()
         LogAddDbg(tr("====LOGGER END"));
     };
     checkDriverObject(
-        driver, [release, &driver] { giveBack(release, &driver); }, writeTemplate);
+        driver,
+        [release, &driver] {
+            guarded(0, [release, &driver] {
+                release(&driver);
+                return 0;
+            });
+        },
+        writeTemplate);
 }
 
 void MainWindow::logDriverNotLoaded(const QString& reason)

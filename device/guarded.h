@@ -2,8 +2,8 @@
 
 /// The result of `operation`, or `failure` if a driver lets an exception of its own out of it: that must not end the
 /// program.
-template <typename Operation>
-int guarded(int failure, Operation operation)
+template <typename Result, typename Operation>
+Result guarded(Result failure, Operation operation)
 {
     try {
         return operation();
