@@ -198,6 +198,8 @@ private:
                         QAbstractItemView::EditTriggers triggers);
     /// Closes an open cell editor without taking its value.
     void closeTableEditors();
+    /// Ends the editor that the user types into, as a click beside it does: its value is taken or refused.
+    void takeOpenEditor();
     /// Closes the editor and deletes all delegates, for the end of the window.
     void dropTable();
     /// Puts one new cell for each text into `column`, from `firstRow` down.

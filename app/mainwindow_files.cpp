@@ -70,6 +70,7 @@ void MainWindow::LoadFileData(const QByteArray& bytes)
             ui->teLog->append(tr("Не распознан формат!"));
             bd.Clear();
             endPick();
+            redrawPending = false;
             msgBoxWarnOK(tr("Не удалось распознать формат файла!\nВозможно это не файл шаблона!"));
         }
     }
@@ -82,6 +83,8 @@ void MainWindow::CheckBDPoley_RebuildMaket()
     const int errors = bd.CheckBDCorrect(maket.blockCount, messages, false);
     maket.setBlockTitleEnabled(true);
     endPick();
+    // A redraw that is still due would show fields under the box that are not to be shown.
+    redrawPending = false;
     if (errors == 0) {
         bd.ReComputeBDBlocks();
         maket.ReComputeBDBlocks(true);
@@ -106,6 +109,7 @@ void MainWindow::CheckBDPoley_RebuildMaket()
 
 void MainWindow::on_actionSave_triggered()
 {
+    takeOpenEditor();
     if (!currentFileName.isEmpty())
         SaveToFName(currentFileName);
 }

@@ -75,14 +75,7 @@ void MainWindow::on_btnDbgLoadFile_clicked()
         LogAddDbg(tr("====LOGGER END"));
     };
     checkDriverObject(
-        driver,
-        [release, &driver] {
-            guarded(0, [release, &driver] {
-                release(&driver);
-                return 0;
-            });
-        },
-        writeTemplate);
+        driver, [release, &driver] { guarded([release, &driver] { release(&driver); }); }, writeTemplate);
 }
 
 void MainWindow::logDriverNotLoaded(const QString& reason)

@@ -3,5 +3,5 @@
 #include <QString>
 #include <QVector>
 
-/// Each byte as two upper-case hexadecimal digits, with `separator` between them.
+/// Each byte as two hexadecimal digits, with `separator` between them; all of it in upper case.
 QString baToString(const QVector<unsigned char>& bytes, const QString& separator);

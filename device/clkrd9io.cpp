@@ -22,6 +22,8 @@ int clKRD9IO::initDriver(const QString& driverPath, const QString& /*appPath*/, 
     constexpr int notUsable = 2;
 
     driverLoaded = false;
+    driverName.clear();
+    driverVersion.clear();
     // Nothing may point into a former library once it is unloaded.
     fpaxWrapper.reset();
     driverIface = nullptr;
@@ -38,8 +40,6 @@ int clKRD9IO::initDriver(const QString& driverPath, const QString& /*appPath*/, 
     }
     fpaxWrapper.reset(new QLumFpax(driverIface));
     driverLoaded = true;
-    driverName.clear();
-    driverVersion.clear();
     try {
         driverName = fpaxWrapper->getBuff(&IFpax::getDriverName);
         driverVersion = fpaxWrapper->getBuff(&IFpax::getDriverVersion);

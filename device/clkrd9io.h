@@ -63,7 +63,8 @@ public:
     /// Sends the records of `rows`, except for heads; one that the device refuses is lost in silence. 0, or 255 after
     /// a failure that is none of the device's. Runs on any thread.
     int writeTableTLV(Json::Value& rows);
-    /// Reads the free lines. 0, or 255 if the device could not be prepared or left programming mode with an error.
+    /// Reads the free lines. 0, or 255 if the device could not be prepared, left programming mode with an error, or the
+    /// driver threw an exception of its own.
     int readTable21(QStringList& lines);
     /// Writes the free lines to the rows from 1 up. 0; 1 if a row failed, 255 after any other failure.
     int writeTable21(const QStringList& lines);

@@ -18,6 +18,9 @@ constexpr int kHighestWrittenRow = 300;
 /// A device that does not get on within a row is asked no longer.
 constexpr int kMostParameterRequests = 256;
 
+/// Nor is one that does so row after row.
+constexpr int kMostStuckRows = 16;
+
 /// A device that has an answer to everything is left when its records fill the memory: sixteen for each row of the
 /// longest table, where a usual row has five.
 constexpr Json::ArrayIndex kMostRecords = 1U << 20;
@@ -45,7 +48,13 @@ int clKRD9IO::readTableTLV(int& n)
     int result = kDone;
     try {
         tlvTable.clear();
-        while (row <= kLastRow && tlvTable.size() < kMostRecords && readRow(subTable, row)) {
+        int stuckRows = 0;
+        while (row <= kLastRow && stuckRows < kMostStuckRows && tlvTable.size() < kMostRecords) {
+            const Json::ArrayIndex before = tlvTable.size();
+            if (!readRow(subTable, row))
+                break;
+            const bool isStuck = tlvTable.size() - before > kMostParameterRequests;
+            stuckRows = isStuck ? stuckRows + 1 : 0;
             emit updateProgressValue(row / 2);
             ++row;
         }

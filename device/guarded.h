@@ -11,3 +11,13 @@ Result guarded(Result failure, Operation operation)
         return failure;
     }
 }
+
+/// The same for an operation without a result.
+template <typename Operation>
+void guarded(Operation operation)
+{
+    try {
+        operation();
+    } catch (...) { // what is left undone shows in what the driver says next
+    }
+}

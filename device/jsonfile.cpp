@@ -46,6 +46,14 @@ bool parse(const QByteArray& bytes, Json::Value& root, QString& errors)
     return false;
 }
 
+/// The bytes behind a byte order mark, which some editors put in front and the library does not know.
+QByteArray withoutMark(QByteArray bytes)
+{
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes.remove(0, 3);
+    return bytes;
+}
+
 } // namespace
 
 int JsonFile::read(const QString& name, Json::Value& root, QString& errors)
@@ -53,7 +61,10 @@ int JsonFile::read(const QString& name, Json::Value& root, QString& errors)
     QFile file(name);
     if (!openRegularFile(file, QIODevice::ReadOnly))
         return NotOpened;
-    return parse(file.readAll(), root, errors) ? Read : NotParsed;
+    if (parse(withoutMark(file.readAll()), root, errors))
+        return Read;
+    root = Json::Value(); // what stood before the mistake is not the file
+    return NotParsed;
 }
 
 bool JsonFile::write(const QString& name, const Json::Value& root)

@@ -9,8 +9,8 @@ namespace JsonFile {
 
 enum Result { Read = 0, NotOpened = 11, NotParsed = 12 };
 
-/// Reads the file `name` into `root`, which must turn out to be an array with nothing behind it, or an object.
-/// `errors` tells what is wrong with a file that cannot be parsed.
+/// Reads the file `name` into `root`, which must turn out to be an array with nothing behind it, or an object. `root`
+/// stays as it is if the file cannot be opened, and becomes null if it cannot be parsed; `errors` then tells why.
 int read(const QString& name, Json::Value& root, QString& errors);
 
 /// Writes `root` over the file `name`; false if it cannot be opened.

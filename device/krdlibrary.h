@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/guarded.h"
+
 #include <QDebug>
 #include <QLibrary>
 #include <QString>
@@ -52,20 +54,15 @@ public:
     /// Null if the library is not usable or has no interface of this version.
     T* CoCreateInstance(int version) const
     {
-        try {
-            return isUsable() ? create(version) : nullptr;
-        } catch (...) { // a library that throws has no interface for us
-            return nullptr;
-        }
+        // A library that throws has no interface for us.
+        return isUsable() ? guarded<T*>(nullptr, [this, version] { return create(version); }) : nullptr;
     }
 
     void CoReleaseInstance(T** instance) const
     {
-        try {
-            if (isUsable())
-                release(instance);
-        } catch (...) { // it goes with the library then
-        }
+        // One that cannot be released goes with the library.
+        if (isUsable())
+            guarded([this, instance] { release(instance); });
     }
 
 private:

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kHexadecimal = 16;
 
-/// The byte whose digits begin at `position`; 0 if there are none. A sign is no digit.
+/// The byte whose digits begin at `position`; 0 if there are none, as with a minus.
 int byteAt(QStringView digits, qsizetype position)
 {
     return digits.mid(position, 2).toUShort(nullptr, kHexadecimal);

@@ -1,5 +1,7 @@
 #include "device/qlumfpax.h"
 
+#include "device/hexdigit.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,19 +11,6 @@ namespace {
 
 /// The one result code of a raw command that its caller does not have to look at: nothing can be exchanged.
 constexpr int kNoExchange = -6;
-
-/// The value of a hexadecimal digit, -1 for any other character.
-constexpr int digitValue(QChar character)
-{
-    const char16_t code = character.unicode();
-    if (code >= u'0' && code <= u'9')
-        return code - u'0';
-    if (code >= u'A' && code <= u'F')
-        return code - u'A' + 10;
-    if (code >= u'a' && code <= u'f')
-        return code - u'a' + 10;
-    return -1;
-}
 
 /// The low byte of a hexadecimal number, 0 if `part` is none.
 unsigned char parsedByte(QStringView part)
@@ -36,8 +25,8 @@ QVector<unsigned char> parsedAnswer(QStringView answer)
     bytes.reserve(answer.size() / 3 + 1);
     // Nearly every answer has nothing but pairs of digits, and the general way is slow.
     while (answer.size() > 2 && answer[2] == u' ') {
-        const int high = digitValue(answer[0]);
-        const int low = digitValue(answer[1]);
+        const int high = hexDigitValue(answer[0]);
+        const int low = hexDigitValue(answer[1]);
         if (high < 0 || low < 0)
             break;
         bytes.append(static_cast<unsigned char>(high * 16 + low));

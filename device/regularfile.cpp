@@ -6,5 +6,7 @@ bool openRegularFile(QFile& file, QIODevice::OpenMode mode)
 {
     const QFileInfo info(file.fileName());
     const bool isSpecial = info.exists() && !info.isFile() && !info.isDir();
-    return !isSpecial && file.open(mode); // a folder is left to the toolkit, which has words for it
+    const bool isTooLong = (mode & QIODevice::ReadOnly) != 0 && info.isFile() && info.size() > kLongestFile;
+    return !isSpecial && !isTooLong &&
+           file.open(mode); // a folder is left to the toolkit, which has words for it
 }

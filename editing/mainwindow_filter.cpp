@@ -91,8 +91,8 @@ void MainWindow::on_listWidget_itemSelectionChanged()
     }
 
     curKey = key;
-    // The loop may not have taken yet what is selected.
-    if (curItem != nullptr || !scene.selectedItems().isEmpty()) {
+    // The loop may not have taken yet what is selected, or that a redraw has dropped it.
+    if (curItem != nullptr || prevItemGone || !scene.selectedItems().isEmpty()) {
         curItem = nullptr;
         listPicked = true;
         scene.clearSelection();

@@ -6,6 +6,8 @@
 #include "editing/propertyrows.h"
 #include "view/itempole.h"
 
+#include <QApplication>
+
 namespace {
 
 constexpr int kNameColumn = 0;
@@ -32,6 +34,13 @@ void MainWindow::closeTableEditors()
         if (table->indexWidget(index) != nullptr)
             table->closePersistentEditor(table->item(row, kValueColumn));
     }
+}
+
+void MainWindow::takeOpenEditor()
+{
+    const QWidget* const focused = QApplication::focusWidget();
+    if (focused != nullptr && focused != ui->settingsWidget && ui->settingsWidget->isAncestorOf(focused))
+        ui->settingsWidget->setFocus();
 }
 
 void MainWindow::beginTableForm(int nameWidth, int valueWidth, const QStringList& names,
@@ -221,7 +230,7 @@ void MainWindow::changeSettingTableBtnsOnOff()
     bool isMode = true;
     bool isDel = false;
     if (curItem != nullptr && curItem->type() == ItemPole::Type)
-        isDel = !bd.isItemNEED(curItem->data(1).toInt());
+        isDel = bd.items.contains(curItem->data(1).toInt()) && !bd.isItemNEED(curItem->data(1).toInt());
     else if (curKey == 0)
         isMode = false;
     else

@@ -233,6 +233,8 @@ public:
     QList<T_SHBlock> blocks;
 
 private:
+    template <typename Predicate>
+    bool anyItem(Predicate holds);
     template <typename Visit>
     void forEachItem(Visit visit);
     QString paramsText(int key, std::size_t first, std::size_t last);

@@ -51,17 +51,30 @@ void BD_T20Items::T_SHBlock::ComputeParamsForAllLines(BD_T20Items* bd)
         line.FindIdxOfFirstPole(bd);
 }
 
-/// Visits the records of the keys 1 to `items.size()` in order, with a blank one for each missing key.
-template <typename Visit>
-void BD_T20Items::forEachItem(Visit visit)
+/// True as soon as `holds` is true for a record of the keys 1 to `items.size()`, which are looked at in order, with a
+/// blank one for each missing key.
+template <typename Predicate>
+bool BD_T20Items::anyItem(Predicate holds)
 {
     const auto count = items.size();
     auto it = items.lowerBound(1);
     for (int key = 1; key <= count; ++key, ++it) {
         if (it == items.end() || it.key() != key)
             it = items.insert(it, key, T20Item());
-        visit(key, it.value());
+        if (holds(key, it.value()))
+            return true;
     }
+    return false;
+}
+
+/// Visits all of these records.
+template <typename Visit>
+void BD_T20Items::forEachItem(Visit visit)
+{
+    anyItem([&visit](int key, T20Item& item) {
+        visit(key, item);
+        return false;
+    });
 }
 
 QList<int> BD_T20Items::ComputeMaxRowInAllBlocks(int count)
@@ -135,11 +148,9 @@ bool BD_T20Items::isCellBLXTaken(int block, int line, int x)
 {
     if (items.isEmpty())
         return true;
-    bool taken = false;
-    forEachItem([&](int, const T20Item& item) {
-        taken = taken || (item.Size > 0 && item.Block == block && item.Line == line && item.X == x);
+    return anyItem([=](int, const T20Item& item) {
+        return item.Size > 0 && item.Block == block && item.Line == line && item.X == x;
     });
-    return taken;
 }
 
 const BD_T20Items::T_Line* BD_T20Items::lineAt(int block, int line) const

@@ -1,11 +1,12 @@
 #include "model/bd_t20items.h"
+
+#include "device/hexdigit.h"
 #include "model/linecolumns.h"
 
 #include <QObject>
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 
 namespace {
 
@@ -63,24 +64,12 @@ void readOldParams(T20Item& item, const LineColumns& columns)
         item.*param = columns.number(column++);
 }
 
-std::optional<int> hexDigit(QChar digit)
-{
-    const char16_t code = digit.unicode();
-    if (code >= u'0' && code <= u'9')
-        return code - u'0';
-    if (code >= u'a' && code <= u'f')
-        return code - u'a' + 10;
-    if (code >= u'A' && code <= u'F')
-        return code - u'A' + 10;
-    return std::nullopt;
-}
-
 /// The byte of two hexadecimal digits; 0 if one of them is none.
 int hexByte(QStringView text)
 {
-    const auto high = hexDigit(text[0]);
-    const auto low = hexDigit(text[1]);
-    return high && low ? *high * 16 + *low : 0;
+    const int high = hexDigitValue(text[0]);
+    const int low = hexDigitValue(text[1]);
+    return high < 0 || low < 0 ? 0 : high * 16 + low;
 }
 
 /// Unpacks the byte `value` of table field `tableField` (1 to 9) of the device's table 20 into `item`.

@@ -9,7 +9,7 @@ namespace {
 /// Length of the body of a field that is too long to show; a tail of half height follows it.
 constexpr int kCutBody = 631;
 
-/// No font puts more characters than this into the widest field, and the shape clips what lies beyond.
+/// Of a longer text no more characters than this are drawn, which keeps painting short: the shape clips long before.
 constexpr int kMostCharacters = 2 * ItemPole::kWidest;
 
 /// The text once in the colour of the shadow, and once in green one unit left and above.

@@ -24,13 +24,13 @@ const QList<Part>& parts()
     static const QList<Part> table{
         //   name        files                                                        target                knows                Qt modules  jsoncpp
         part("contract", "device/ifpax\\.h",                                          "shablonist_device",   "",                  "",         false),
-        part("protocol", "device/(batostring|ccommtlv|jsonmember|regularfile|tlvrecord)\\.(h|cpp)", "shablonist_protocol", "",               core,       true),
+        part("protocol", "device/(batostring|ccommtlv|hexdigit|jsonmember|regularfile|tlvrecord)\\.(h|cpp)", "shablonist_protocol", "",               core,       true),
         part("model",    "model/\\w+\\.(h|cpp)",                                      "shablonist_model",    "protocol",          core,       true),
         part("window",   "(app|view|editing|device|workflows|console)/mainwindow\\w*\\.(h|cpp)", "shablonist_window", all,        window,     true),
         part("window",   "device/dlgprintrcp\\.(h|cpp)",                              "shablonist_window",   all,                 window,     true),
         part("session",  "device/\\w+\\.(h|cpp)",                                     "shablonist_device",   "contract protocol", core,       true),
         part("layout",   "view/guimaket\\.(h|cpp)",                                   "shablonist_layout",   "model",             core,       false),
-        part("items",    "view/item\\w+\\.(h|cpp)",                                   "shablonist_items",    "model layout",      "QtCore QtGui QtWidgets", false),
+        part("items",    "view/item\\w+\\.(h|cpp)",                                   "shablonist_items",    "",                  "QtCore QtGui QtWidgets", false),
         part("program",  "app/main\\.cpp",                                            "shablonist",          all + " window",     window,     true),
         part("window",   "(app|editing|workflows|console)/\\w+\\.(h|cpp)",            "shablonist_window",   all,                 window,     true),
         part("emulator", "emulator/\\w+\\.(h|cpp)",                                   "fpax",                "contract",          "QtCore QtGui QtWidgets QtCore5Compat", false),

@@ -123,6 +123,8 @@ void tst_Includes::wrongLineIsFound_data()
     row("layout: window", "view/guimaket.cpp", "#include \"app/mainwindow.h\"",
         "\"window\" is nothing of \"layout\"");
 
+    row("items: geometry", "view/itempole.cpp", "#include \"view/guimaket.h\"",
+        "\"layout\" is nothing of \"items\"");
     row("items: window", "view/itempole.cpp", "#include \"app/mainwindow.h\"",
         "\"window\" is nothing of \"items\"");
     row("items: delegate", "view/itemline.h", "#include \"editing/celldelegate.h\"",
@@ -206,7 +208,6 @@ void tst_Includes::rightLineIsNoOffence_data()
     row("model: protocol", "model/bd_t20items.cpp", "#include \"device/ccommtlv.h\"");
     row("session: protocol", "device/utiljson.cpp", "#include \"device/tlvrecord.h\"");
     row("layout: model", "view/guimaket.h", "#include \"model/bd_t20items.h\"");
-    row("items: geometry", "view/itempole.cpp", "#include \"view/guimaket.h\"");
     row("items: widgets", "view/itempole.cpp", "#include <QtWidgets/QGraphicsScene>");
     row("window: all", "device/mainwindow_json.cpp", "#include \"workflows/dlgdnload.h\"");
     row("emulator: contract", "emulator/paper.cpp", "#include \"device/ifpax.h\"");
