@@ -21,7 +21,6 @@ struct CallRecord
 class CallTrace
 {
 public:
-    bool isOn() const { return m_on; }
     /// Switching forgets what was recorded.
     void setOn(bool on);
     void add(const CallRecord& record);

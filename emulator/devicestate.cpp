@@ -11,7 +11,7 @@ namespace emulator {
 namespace {
 
 constexpr qint64 kMaxTotal = 1'000'000'000'000'000;
-constexpr int kMaxTemplate = 0x3F;
+constexpr int kMaxTemplate = 0xFF;
 
 QJsonObject countersToJson(const Counters& counters)
 {

@@ -38,7 +38,7 @@ void FaultPlan::watch(const QString& path)
         return;
     m_mark = mark;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || !set(file.readAll()))
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly) || !set(file.readAll()))
         clear();
 }
 

@@ -60,6 +60,9 @@ int FpaxDriver::guardedBody(const Body& body, Call& call, bool getter)
     try {
         return body(call);
     } catch (...) {
+        // The body may have given the lock back for a while.
+        if (!call.lock.owns_lock())
+            call.lock.lock();
         return getter ? kFailed : finish(Outcome::refused(code::kInternal));
     }
 }

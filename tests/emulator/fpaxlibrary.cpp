@@ -24,13 +24,14 @@ QString wholeText(const std::function<int(wchar_t*, int)>& getter)
 
 } // namespace
 
-FpaxLibrary::FpaxLibrary()
+FpaxLibrary::FpaxLibrary(Start start)
     : m_library(path())
 {
     m_library.setLoadHints(QLibrary::ResolveAllSymbolsHint);
     if (!m_library.load())
         qFatal("%s", qPrintable(m_library.errorString()));
-    reset();
+    if (start == Start::NewDevice)
+        reset();
 }
 
 FpaxLibrary::~FpaxLibrary()

@@ -16,7 +16,9 @@ using LUM::Fpax::IFpax;
 class FpaxLibrary
 {
 public:
-    FpaxLibrary();
+    /// With the device of the files, taken at the first call, or with a new one that touches no file.
+    enum class Start { Files, NewDevice };
+    explicit FpaxLibrary(Start start = Start::NewDevice);
     ~FpaxLibrary();
     FpaxLibrary(const FpaxLibrary&) = delete;
     FpaxLibrary& operator=(const FpaxLibrary&) = delete;

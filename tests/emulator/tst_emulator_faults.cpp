@@ -32,6 +32,7 @@ private slots:
     void firstRuleThatStrikesWins();
     void answerIsSpoiled_data();
     void answerIsSpoiled();
+    void lateAnswerIsWhole();
     void delayIsWaitedFor();
     void latencyIsOfTheDeviceOnly();
     void exceptionOfTheLibraryArrives();
@@ -296,6 +297,22 @@ void TestEmulatorFaults::answerIsSpoiled()
     IFpax* driver = connected(fpax);
     fpax.setFaults({QJsonObject{{"operation", "getAnswerBuffer"}, {"answer", answer}}});
     QCOMPARE(textOf(driver, &IFpax::getAnswerBuffer), expected);
+}
+
+void TestEmulatorFaults::lateAnswerIsWhole()
+{
+    FpaxLibrary fpax;
+    IFpax* driver = connected(fpax);
+    QCOMPARE(enter(driver, 4), 0);
+    driver->setCommandBuffer(L"51 00 14 01 01 00 00 00");
+    QCOMPARE(driver->execCommandBuffer(), 0);
+    const QString answer = textOf(driver, &IFpax::getAnswerBuffer);
+    QVERIFY(answer.startsWith("51 00"));
+    QVERIFY(fpax.setFaults({QJsonObject{{"operation", "getAnswerBuffer"}, {"delayMs", 5}}}));
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(textOf(driver, &IFpax::getAnswerBuffer), answer);
+    QVERIFY(timer.elapsed() >= 5);
 }
 
 void TestEmulatorFaults::delayIsWaitedFor()

@@ -25,6 +25,8 @@ private slots:
     void expandedFieldReachesTheNextOne();
     void numbersFollowTheirFormat_data();
     void numbersFollowTheirFormat();
+    void wholeQuantityFollowsItsFormat_data();
+    void wholeQuantityFollowsItsFormat();
     void maskingAndZeroFill_data();
     void maskingAndZeroFill();
     void zeroDropsItsLine();
@@ -257,6 +259,24 @@ void TestEmulatorLayout::numbersFollowTheirFormat()
     QFETCH(int, format);
     QFETCH(QString, expected);
     print({{19, {{kBlock, 1}, {kSize, 8}, {kFormat, format}}}});
+    QCOMPARE(lines(), QStringList{expected});
+}
+
+void TestEmulatorLayout::wholeQuantityFollowsItsFormat_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("all digits") << 0 << "1.000";
+    QTest::newRow("one decimal") << 1 << "1.0";
+    QTest::newRow("no zeros behind, and no point") << 2 << "1";
+    QTest::newRow("pieces") << 3 << "1";
+}
+
+void TestEmulatorLayout::wholeQuantityFollowsItsFormat()
+{
+    QFETCH(int, format);
+    QFETCH(QString, expected);
+    print({{16, {{kBlock, 1}, {kSize, 8}, {kFormat, format}}}});
     QCOMPARE(lines(), QStringList{expected});
 }
 

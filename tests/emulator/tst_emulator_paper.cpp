@@ -18,6 +18,8 @@ private slots:
     void activeTemplateDecides();
     void writtenTemplateShowsOnPaper();
     void freeLinesArePrinted();
+    void roundingIsPrinted_data();
+    void roundingIsPrinted();
     void reversedPaymentsArePrinted();
     void addressesOfTheReceiptArePrinted();
     void attributeThatIsNotToBePrintedIsNot();
@@ -155,6 +157,35 @@ void TestEmulatorPaper::freeLinesArePrinted()
     sellBread();
     QVERIFY(all("receipt").contains("Первая свободная"));
     QVERIFY(all("receipt").contains("Вторая свободная"));
+}
+
+void TestEmulatorPaper::roundingIsPrinted_data()
+{
+    QTest::addColumn<double>("rounding");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("none") << 0.0 << QStringList();
+    QTest::newRow("kopecks") << 0.55 << QStringList{"ОКРУГЛЕНИЕ = 0.55"};
+}
+
+void TestEmulatorPaper::roundingIsPrinted()
+{
+    QFETCH(double, rounding);
+    QFETCH(QStringList, lines);
+    QCOMPARE(openReceipt(m_driver), 0);
+    QCOMPARE(sell(m_driver, "Хлеб", 30.55), 0);
+    m_driver->setRoundTarget(0);
+    m_driver->setRoundMode(0);
+    m_driver->setSumm(rounding);
+    QCOMPARE(m_driver->applyRounding(), 0);
+    QCOMPARE(pay(m_driver, 0, 31), 0);
+    QCOMPARE(m_driver->closeCheck(), 0);
+    QStringList found;
+    for (const QString& line : m_folder->text("receipt").filter("ОКРУГЛЕНИЕ"))
+        found.append(line.simplified());
+    QCOMPARE(found, lines);
+    const QStringList change = m_folder->text("receipt").filter("СДАЧА");
+    QCOMPARE(change.size(), 1);
+    QVERIFY(change.first().endsWith(QString::number(31 - 30.55 + rounding, 'f', 2)));
 }
 
 void TestEmulatorPaper::reversedPaymentsArePrinted()

@@ -16,6 +16,7 @@ private slots:
     void sumGoesWithOnePosition();
     void badPositionsAreRefused_data();
     void badPositionsAreRefused();
+    void longestNameHasAThousandCharacters();
     void receiptWantsToBePaid();
     void cashMayExceedTheTotal();
     void cardMayNotExceedTheTotal();
@@ -27,6 +28,7 @@ private slots:
     void roundingLowersTheTotal();
     void badRoundingsAreRefused_data();
     void badRoundingsAreRefused();
+    void roundingAfterAPaymentIsRefused();
     void attributesAreKept();
     void badAttributesAreRefused_data();
     void badAttributesAreRefused();
@@ -128,6 +130,17 @@ void TestEmulatorReceipt::badPositionsAreRefused()
     QVERIFY(numberOf(m_driver, &IFpax::getBadParam) != 0);
     QVERIFY(!textOf(m_driver, &IFpax::getBadParamDescription).isEmpty());
     QCOMPARE(total(), 0.0);
+}
+
+void TestEmulatorReceipt::longestNameHasAThousandCharacters()
+{
+    QVERIFY(sell(m_driver, QString(1001, 'x'), 1) < 0);
+    QCOMPARE(codeOf(m_driver), -11);
+    QVERIFY(numberOf(m_driver, &IFpax::getBadParam) != 0);
+    QVERIFY(textOf(m_driver, &IFpax::getBadParamDescription).contains("1000"));
+    QCOMPARE(total(), 0.0);
+    QCOMPARE(sell(m_driver, QString(1000, 'x'), 1), 0);
+    QCOMPARE(total(), 1.0);
 }
 
 void TestEmulatorReceipt::receiptWantsToBePaid()
@@ -255,6 +268,18 @@ void TestEmulatorReceipt::badRoundingsAreRefused()
     QVERIFY(m_driver->applyRounding() < 0);
     QVERIFY(numberOf(m_driver, &IFpax::getBadParam) != 0);
     QCOMPARE(total(), 0.5);
+}
+
+void TestEmulatorReceipt::roundingAfterAPaymentIsRefused()
+{
+    QCOMPARE(sell(m_driver, "Хлеб", 30.55), 0);
+    QCOMPARE(pay(m_driver, 0, 1), 0);
+    m_driver->setRoundTarget(0);
+    m_driver->setRoundMode(0);
+    m_driver->setSumm(0.55);
+    QVERIFY(m_driver->applyRounding() < 0);
+    QCOMPARE(codeOf(m_driver), -3851);
+    QCOMPARE(total(), 30.55);
 }
 
 void TestEmulatorReceipt::attributesAreKept()

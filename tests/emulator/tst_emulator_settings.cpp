@@ -239,6 +239,10 @@ void TestEmulatorSettings::mappingsOfOtherNames_data()
                                   << "5";
     QTest::newRow("speeds") << "BaudRate"
                             << "115200";
+    QTest::newRow("model") << "Model"
+                           << "63 Тавр 22Ф";
+    QTest::newRow("protocols") << "Protocol"
+                               << "3 обычный";
 }
 
 void TestEmulatorSettings::mappingsOfOtherNames()

@@ -173,6 +173,7 @@ void TestEmulatorState::membersOfWrongTypesAreLeftOut_data()
     QTest::newRow("number for a text") << "serial" << QJsonValue(5);
     QTest::newRow("number for a flag") << "connected" << QJsonValue(0);
     QTest::newRow("array for an object") << "settings" << QJsonValue(QJsonArray{1});
+    QTest::newRow("template beyond a byte") << "activeTemplate" << QJsonValue(256);
     QTest::newRow("null") << "modelName" << QJsonValue(QJsonValue::Null);
     QTest::newRow("text for counters") << "counters" << QJsonValue("many");
 }
