@@ -3,7 +3,6 @@
 #include "bench/windowprobe_bench.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
@@ -15,12 +14,6 @@ namespace {
 constexpr int kTurns = 100; // of the selection loop, timed as one
 constexpr int kTickMs = 50;
 constexpr int kStillMs = 3'600'000;
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QStringList textsOf(const QListWidget& list)
 {
@@ -129,13 +122,8 @@ int main(int argc, char** argv)
     // Each turn that is called from here arms one timer more. They must not go off.
     probe.setSelectionTick(kStillMs);
     window.show();
-    const QByteArray sample = bytesOf(QStringLiteral(SAMPLES_DIR "/grocery-80mm.csv"));
-    if (!sample.isEmpty())
-        probe.loadFileData(sample);
-    if (!probe.isLoaded()) {
-        std::fprintf(stderr, "the sample template cannot be loaded\n");
+    if (!probe.openSample())
         return 2;
-    }
     probe.child<QPushButton>("btnScaleX20").click();
     probe.child<QPushButton>("btnScaleX20").click();
 

@@ -2,7 +2,6 @@
 #include "bench/windowprobe_bench.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QGraphicsItem>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsView>
@@ -39,12 +38,6 @@ int countBareItems(const QGraphicsScene& scene)
     return count;
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -56,13 +49,8 @@ int main(int argc, char** argv)
     MainWindow window;
     const WindowProbe probe(window);
     window.show();
-    const QByteArray sample = bytesOf(QStringLiteral(SAMPLES_DIR "/grocery-80mm.csv"));
-    if (!sample.isEmpty())
-        probe.loadFileData(sample);
-    if (!probe.isLoaded()) {
-        std::fprintf(stderr, "the sample template cannot be loaded\n");
+    if (!probe.openSample())
         return 2;
-    }
     const int count = countBareItems(probe.scene());
 
     QGraphicsScene bareScene;

@@ -73,7 +73,8 @@ public:
         return figureOf(told, kPainted) / 1e9;
     }
 
-    const std::vector<double>& peaks() const { return m_peaks; }
+    /// Of each start but the first.
+    std::vector<double> peaks() const { return {m_peaks.begin() + 1, m_peaks.end()}; }
 
 private:
     QString m_program;

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdio>
-#include <limits>
 
 using LUM::Fpax::IFpax;
 
@@ -12,7 +11,7 @@ namespace {
 
 constexpr int kCalls = 200;
 constexpr int kRounds = 501;
-constexpr double kNoBound = std::numeric_limits<double>::infinity();
+constexpr double kNoBound = MeasureTable::kNoBound;
 constexpr int kCapacity = 4096;
 
 template <typename Call>

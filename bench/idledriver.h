@@ -90,7 +90,7 @@ public:
 protected:
     ~IdleDriver() = default;
 
-    /// As much of the text as the buffer takes; `text` is not empty and ends with a zero.
+    /// The text and its zero if they fit the buffer, else nothing; the status is the length.
     static int copyText(const wchar_t* text, int length, wchar_t* buffer, int capacity)
     {
         if (length < capacity)

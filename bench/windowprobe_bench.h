@@ -2,6 +2,10 @@
 
 #include "app/mainwindow.h"
 
+#include <QFile>
+
+#include <cstdio>
+
 /// What a measure needs of a window and no button gives.
 class WindowProbe
 {
@@ -12,7 +16,18 @@ public:
     }
 
     MainWindow& window() const { return m_window; }
-    void loadFileData(const QByteArray& bytes) const { m_window.LoadFileData(bytes); }
+
+    /// Opens the template of 80 mm; false, with a word about it, if that cannot be done.
+    bool openSample() const
+    {
+        QFile file(QStringLiteral(SAMPLES_DIR "/grocery-80mm.csv"));
+        if (file.open(QIODevice::ReadOnly))
+            m_window.LoadFileData(file.readAll());
+        if (!m_window.maket.getShablonLoaded())
+            std::fputs("the sample template cannot be loaded\n", stderr);
+        return m_window.maket.getShablonLoaded();
+    }
+
     void rebuildView() const { m_window.rebuildView(); }
     const QGraphicsScene& scene() const { return m_window.scene; }
     void changeSetMode(int mode) const { m_window.changeSetMode(mode); }
@@ -21,7 +36,6 @@ public:
     void updateFilterOut() const { m_window.updateFilterOut(); }
     bool isRedrawPending() const { return m_window.redrawPending; }
     int fontOf(int key) const { return m_window.bd.getPoleByKey(key).Font; }
-    bool isLoaded() const { return m_window.maket.getShablonLoaded(); }
 
     /// The widget of this name, which the form has.
     template <typename Widget>
