@@ -12,6 +12,8 @@ if (($# != 2)); then
 fi
 
 readonly SAMPLE=grocery-80mm.csv
+# What the window manager puts around a window
+readonly FRAME=5 TITLE_BAR=19
 # From the tape over the buttons and the line of the filter to the list of fields
 readonly TABS_TO_THE_LIST=5
 
@@ -38,10 +40,11 @@ opens_by_keyboard() {
 # picks_by_keyboard: the first field of the list, over the Tab key.
 picks_by_keyboard() {
     local before i
-    before=$(picture)
     for ((i = 0; i < TABS_TO_THE_LIST; i++)); do
         xdotool key Tab
     done
+    until_settled
+    before=$(picture)
     xdotool key Down
     until_true shows_another_than "$before"
     until_settled
@@ -54,16 +57,21 @@ is_whole() {
     x=$(xdotool getwindowgeometry "$window" | sed -n 's/.*Position: \([0-9-]*\),.*/\1/p')
     y=$(xdotool getwindowgeometry "$window" | sed -n 's/.*Position: [0-9-]*,\([0-9-]*\) .*/\1/p')
     size_of "$window"
-    ((x >= 0 && y >= 0 && x + window_width <= screen_width && y + window_height <= screen_height)) ||
+    ((x >= FRAME && y >= TITLE_BAR && x + window_width + FRAME <= screen_width &&
+        y + window_height + FRAME <= screen_height)) ||
         fail "The window of $window_width x $window_height at $x, $y is not whole on $screen_width x $screen_height"
 }
 
-# looks NAME TEXT WIDTH HEIGHT [VARIABLE=VALUE...]: starts, opens, picks, leaves; a screenshot of each.
+# looks NAME TEXT WIDTH HEIGHT [VARIABLE=VALUE...]: starts, opens, picks, leaves; a screenshot of each. The window must
+# not look as the one started before it.
 looks() {
     begin_step "$2"
     launch "$program_folder/shablonist" "${@:5}"
     until_true has_size "$3" "$4"
     is_whole
+    until_settled
+    shows_another_than "$empty_window" || fail "The window looks as it did before"
+    empty_window=$(picture)
     opens_by_keyboard "$SAMPLE"
     screenshot "$1"
     picks_by_keyboard
@@ -90,6 +98,7 @@ font=DejaVu Sans,14,-1,5,50,0,0,0,0,0
 menuFont=DejaVu Sans,14,-1,5,50,0,0,0,0,0
 END
 
+empty_window=''
 start_screen 1366x768
 looks small-screen 'a screen of 1366 x 768' 1040 665
 looks large-font 'a large font of the desktop on the same screen' 1040 665 \

@@ -168,12 +168,6 @@ is_one_of() {
     return 1
 }
 
-opens_a_sample() {
-    open_file samples/grocery-80mm.csv
-    until_true has_tape_width 576
-    until_true has_heading_height 16 20
-}
-
 # closes_by_the_frame: a click on the last button of the title bar.
 closes_by_the_frame() {
     size_of "$window"
@@ -210,7 +204,7 @@ uses_the_program() {
     uses_nothing_else "$CPP_RUNTIME"
     screenshot plain-started
     begin_step 'a sample is opened and saved'
-    opens_a_sample
+    open_the_sample
     screenshot plain-sample
     save_file_as saved.csv
     until_true cmp -s "$program_folder/saved.csv" "$program_folder/samples/grocery-80mm.csv"
@@ -231,7 +225,7 @@ uses_the_training_edition() {
     uses_nothing_else
     screenshot training-started
     begin_step 'a sample is opened'
-    opens_a_sample
+    open_the_sample
     screenshot training-sample
     edits_fields
     works_with_the_device
@@ -252,7 +246,7 @@ is_told_of_a_read_only_folder() {
     main_window_is_shown
     until_true has_green_tick
     begin_step 'a folder that cannot be written: a sample is opened, saving it is refused'
-    opens_a_sample
+    open_the_sample
     save_file_as saved.csv
     box_is_shown read-only-save
     closes_the_box
@@ -264,7 +258,7 @@ is_told_of_a_read_only_folder() {
     wrote_only
 }
 
-# only_one PATTERN: the archive in RELEASE_DIR with such a name, without its ending.
+# only_one PATTERN [BUT_NOT]: the archive in RELEASE_DIR with such a name, without its ending.
 only_one() {
     local found
     mapfile -t found < <(find "$releases" -maxdepth 1 -name "$1" ! -name "${2:-}")

@@ -63,10 +63,13 @@ int main(int argc, char** argv)
                       QStringLiteral("How many things the user does in a session."),
                       QStringLiteral("number")});
     parser.process(app);
+    bool isUsable = true;
     if (parser.isSet(QStringLiteral("seed")))
-        seeds = {parser.value(QStringLiteral("seed")).toUInt()};
-    if (parser.isSet(QStringLiteral("actions")))
-        actions = parser.value(QStringLiteral("actions")).toInt();
+        seeds = {parser.value(QStringLiteral("seed")).toUInt(&isUsable)};
+    if (isUsable && parser.isSet(QStringLiteral("actions")))
+        actions = parser.value(QStringLiteral("actions")).toInt(&isUsable);
+    if (!isUsable || actions < 1)
+        parser.showHelp(2);
     tst_RandomSession test;
     return QTest::qExec(&test, {app.applicationFilePath()});
 }

@@ -1,4 +1,4 @@
-# Sourced by walk.sh: what a person does with the cash register in software that stands beside the program.
+# Sourced by walk.sh and portable.sh: what a person does with the cash register in software that stands beside the program.
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # walk.sh and walk-lib.sh set what is not set here
 
@@ -82,7 +82,7 @@ opens_dialog() {
     until_settled
 }
 
-# is_told NAME: a message box with a good report; a screenshot of it, and it is closed.
+# is_told NAME: a message box; a screenshot of it, and it is closed.
 is_told() {
     until_true find_window_beside "$window"
     until_true has_focus "$found_window"

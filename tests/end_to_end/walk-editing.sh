@@ -1,4 +1,4 @@
-# Sourced by walk.sh: what a person does with the fields of samples/grocery-80mm.csv, seen at 100 % from the top of the
+# Sourced by walk.sh and portable.sh: what a person does with the fields of samples/grocery-80mm.csv, seen at 100 % from the top of the
 # tape. Points of the tape are given in dots from its upper left corner.
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # walk.sh and walk-lib.sh set what is not set here

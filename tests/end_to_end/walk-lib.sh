@@ -305,6 +305,13 @@ open_file() {
     answer_file_dialog 'Выбор файла с шаблоном' "$1"
 }
 
+# open_the_sample: the grocery receipt, until the tape shows it.
+open_the_sample() {
+    open_file samples/grocery-80mm.csv
+    until_true has_tape_width 576
+    until_true has_heading_height 16 20
+}
+
 # save_file_as NAME
 save_file_as() {
     choose_in_menu 'Сохранить как...'

@@ -16,9 +16,7 @@ fi
 
 opens_a_sample() {
     begin_step 'open samples/grocery-80mm.csv from the menu'
-    open_file samples/grocery-80mm.csv
-    until_true has_tape_width 576
-    until_true has_heading_height 16 20
+    open_the_sample
     screenshot loaded
 }
 
