@@ -187,7 +187,8 @@ int main(int argc, char** argv)
         return 2;
     }
     MeasureTable measures;
-    compareTransfers(measures, usual.session(), kTemplateRows, 51, MeasureTable::kNoBound, ", prepared answers");
+    compareTransfers(measures, usual.session(), kTemplateRows, 51, MeasureTable::kNoBound,
+                     ", prepared answers");
     if (!compareWithEmulator(measures))
         return 2;
 

@@ -10,6 +10,8 @@ namespace emulator {
 
 namespace {
 
+/// A counter that is read still has room to count on.
+constexpr int kMaxCount = 1'000'000'000;
 constexpr qint64 kMaxTotal = 1'000'000'000'000'000;
 constexpr int kMaxTemplate = 0xFF;
 
@@ -32,11 +34,11 @@ void readKopecks(const QJsonObject& object, const QString& key, qint64& target)
 
 void readCounters(const QJsonObject& object, Counters& counters)
 {
-    readInt(object, "shifts", 0, kMaxNumber, counters.shifts);
-    readInt(object, "receipts", 0, kMaxNumber, counters.receipts);
-    readInt(object, "annulled", 0, kMaxNumber, counters.annulled);
-    readInt(object, "documents", 0, kMaxNumber, counters.documents);
-    readInt(object, "shiftReceipts", 0, kMaxNumber, counters.shiftReceipts);
+    readInt(object, "shifts", 0, kMaxCount, counters.shifts);
+    readInt(object, "receipts", 0, kMaxCount, counters.receipts);
+    readInt(object, "annulled", 0, kMaxCount, counters.annulled);
+    readInt(object, "documents", 0, kMaxCount, counters.documents);
+    readInt(object, "shiftReceipts", 0, kMaxCount, counters.shiftReceipts);
     readKopecks(object, "shiftTotal", counters.shiftTotal);
     readKopecks(object, "grandTotal", counters.grandTotal);
 }

@@ -1,5 +1,7 @@
 #include "emulator/paperprinter.h"
 
+#include "emulator/statefile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFont>
@@ -93,13 +95,14 @@ QImage paperImage(const Paper& paper, int lineLength)
 void writePrint(const Print& print, const QString& folder)
 {
     QDir().mkpath(folder);
-    QFile file(folder + '/' + print.name + ".txt");
-    if (!file.open(QIODevice::WriteOnly))
+    const QString stem = folder + '/' + print.name;
+    QFile file(stem + ".txt");
+    if (!isFreeForFile(file.fileName()) || !file.open(QIODevice::WriteOnly))
         return;
     file.write(paperText(print.paper).toUtf8());
     const QImage image = paperImage(print.paper, print.lineLength);
-    if (!image.isNull())
-        image.save(folder + '/' + print.name + ".png", "PNG");
+    if (!image.isNull() && isFreeForFile(stem + ".png"))
+        image.save(stem + ".png", "PNG");
 }
 
 } // namespace emulator

@@ -26,9 +26,17 @@ QJsonObject readObject(const QString& path)
     return QJsonDocument::fromJson(file.readAll()).object();
 }
 
+bool isFreeForFile(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.isFile() || !info.exists();
+}
+
 bool writeObject(const QString& path, const QJsonObject& object)
 {
     const QString part = path + ".part";
+    if (!isFreeForFile(part))
+        return false;
     {
         QFile file(part);
         if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(object).toJson()) < 0 ||

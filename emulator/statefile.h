@@ -11,6 +11,9 @@ QString homeFolder();
 /// The content of a JSON file with an object as its root; empty for a missing, unreadable or broken file.
 QJsonObject readObject(const QString& path);
 
+/// Whether a file can be written there: nothing is in its place, or a plain file. A pipe would keep the writer waiting.
+bool isFreeForFile(const QString& path);
+
 /// Replaces the file as a whole or not at all. False if that failed.
 bool writeObject(const QString& path, const QJsonObject& object);
 

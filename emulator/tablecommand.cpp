@@ -100,6 +100,14 @@ CommandResult refused(int code)
     return {Outcome::refused(code), oneByte(kTableCommand) + oneByte(errorByte(code)), false};
 }
 
+CommandResult tooWide(int param, int value)
+{
+    CommandResult result = refused(code::kBadParameter);
+    result.outcome = Outcome::badParameter(
+        param, QString("Значение %1 параметра %2").arg(QString::number(value), QString::number(param)));
+    return result;
+}
+
 CommandResult read(const QByteArray& command, const SubTable& rows, int groupSize)
 {
     if (command.size() != kReadSize)
@@ -144,7 +152,7 @@ CommandResult write(const QByteArray& command, SubTable& rows)
         if (given != entry(param, paramBits(param), value))
             return refused(code::kBadCommand);
         if (value >> paramBits(param) != 0)
-            return refused(code::kBadParameter);
+            return tooWide(param, value);
         row.set(Param(param), value);
     }
     rows[number] = row;
@@ -155,7 +163,9 @@ CommandResult write(const QByteArray& command, SubTable& rows)
 
 CommandResult executeTableCommand(const QByteArray& command, TemplateTable& table, int groupSize)
 {
-    if (command.isEmpty() || byteAt(command, 0) != kTableCommand)
+    if (command.isEmpty())
+        return refused(code::kBadCommand);
+    if (byteAt(command, 0) != kTableCommand)
         return refused(code::kNotSupported);
     if (command.size() < kAddressSize)
         return refused(code::kBadCommand);

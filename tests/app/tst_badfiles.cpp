@@ -1,16 +1,8 @@
-#include "app/mainwindow.h"
-#include "support/dialogrobot.h"
 #include "support/expectedscene.h"
-#include "support/templatefile.h"
-#include "support/usersteps.h"
-#include "support/windowprobe.h"
+#include "support/session.h"
 
-#include <QAction>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
-
-#include <memory>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
@@ -58,8 +50,7 @@ class tst_BadFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
+    void cleanupTestCase() { m_shared.close(); }
 
     void rejectedFileLeavesTheWindowUsable_data();
     void rejectedFileLeavesTheWindowUsable();
@@ -71,47 +62,19 @@ private slots:
     void pipeOrDeviceIsNeverWritten();
 
 private:
-    /// A good file is opened as ever; afterwards there is no template again.
+    /// A good file is opened as ever.
     void openGoodFile();
-    /// Leaves the window without a template, so that the next file meets none.
-    void forgetTemplate();
 
-    std::unique_ptr<ProgramDir> m_dir;
-    std::unique_ptr<DialogRobot> m_robot;
-    std::unique_ptr<MainWindow> m_window;
+    SharedSession m_shared;
 };
-
-void tst_BadFiles::initTestCase()
-{
-    m_dir = std::make_unique<ProgramDir>();
-    m_robot = std::make_unique<DialogRobot>();
-    m_window = std::make_unique<MainWindow>();
-    showAndStart(*m_window);
-}
-
-void tst_BadFiles::cleanupTestCase()
-{
-    m_window.reset();
-    m_robot.reset();
-    m_dir.reset();
-}
 
 void tst_BadFiles::openGoodFile()
 {
-    LogWatch log(*m_window);
-    openTemplate(*m_window, *m_robot, m_dir->write(QStringLiteral("good.csv"), maskFile(manyFields(2))));
-    QCOMPARE(m_robot->takeTexts(), QStringList());
-    QCOMPARE(log.takeNew(), (QStringList{kMask, kCleared}));
-    QCOMPARE(sceneDifferences(WindowProbe(*m_window).scene(), manyFields(2), {}), QStringList());
-    QTRY_VERIFY(named<QAction>(*m_window, "actionUpLoad")->isEnabled());
-    forgetTemplate();
-}
-
-void tst_BadFiles::forgetTemplate()
-{
-    openTemplate(*m_window, *m_robot, m_dir->write(QStringLiteral("empty.csv"), {}));
-    QCOMPARE(m_robot->takeTexts().size(), 2);
-    QVERIFY(WindowProbe(*m_window).bd().items.isEmpty());
+    Session& s = m_shared.withoutTemplate();
+    s.open(s.goodFile(2));
+    QCOMPARE(s.robot.takeTexts(), QStringList());
+    QCOMPARE(s.log.takeNew(), (QStringList{kMask, kCleared}));
+    QCOMPARE(sceneDifferences(s.probe.scene(), manyFields(2), {}), QStringList());
 }
 
 void tst_BadFiles::rejectedFileLeavesTheWindowUsable_data()
@@ -174,14 +137,13 @@ void tst_BadFiles::rejectedFileLeavesTheWindowUsable()
     QFETCH(const QByteArray, bytes);
     QFETCH(const QStringList, boxes);
     QFETCH(const QStringList, log);
-    const WindowProbe probe(*m_window);
-    LogWatch watch(*m_window);
-    openTemplate(*m_window, *m_robot, m_dir->write(QStringLiteral("bad.csv"), bytes));
-    QCOMPARE(m_robot->takeTexts(), boxes);
-    QCOMPARE(watch.takeNew().join(u'\n'), log.join(u'\n'));
-    QVERIFY(probe.bd().items.isEmpty());
-    QCOMPARE(probe.maket().getShablonLoaded(), false);
-    QCOMPARE(sceneDifferences(probe.scene(), {}, {}), QStringList());
+    Session& s = m_shared.withoutTemplate();
+    s.open(s.dir.write(QStringLiteral("bad.csv"), bytes));
+    QCOMPARE(s.robot.takeTexts(), boxes);
+    QCOMPARE(s.log.takeNew().join(u'\n'), log.join(u'\n'));
+    QVERIFY(s.probe.bd().items.isEmpty());
+    QCOMPARE(s.probe.maket().getShablonLoaded(), false);
+    QCOMPARE(sceneDifferences(s.probe.scene(), {}, {}), QStringList());
     openGoodFile();
 }
 
@@ -219,12 +181,11 @@ void tst_BadFiles::oddFileIsReadAsFarAsItIsGood()
 {
     QFETCH(const QByteArray, bytes);
     QFETCH(const QList<FieldRow>, fields);
-    LogWatch log(*m_window);
-    openTemplate(*m_window, *m_robot, m_dir->write(QStringLiteral("odd.csv"), bytes));
-    QCOMPARE(m_robot->takeTexts(), QStringList());
-    QCOMPARE(log.takeNew(), (QStringList{kMask, kCleared}));
-    QCOMPARE(sceneDifferences(WindowProbe(*m_window).scene(), fields, {}), QStringList());
-    forgetTemplate();
+    Session& s = m_shared.withoutTemplate();
+    s.open(s.dir.write(QStringLiteral("odd.csv"), bytes));
+    QCOMPARE(s.robot.takeTexts(), QStringList());
+    QCOMPARE(s.log.takeNew(), (QStringList{kMask, kCleared}));
+    QCOMPARE(sceneDifferences(s.probe.scene(), fields, {}), QStringList());
     openGoodFile();
 }
 
@@ -266,14 +227,14 @@ void tst_BadFiles::pipeOrDeviceIsNeverOpened_data()
 void tst_BadFiles::pipeOrDeviceIsNeverOpened()
 {
     QFETCH(QString, path);
-    path = pathOrPipe(path, *m_dir);
+    Session& s = m_shared.withoutTemplate();
+    path = pathOrPipe(path, s.dir);
     if (path.isEmpty())
         QSKIP("no pipes on this system");
-    LogWatch log(*m_window);
-    openTemplate(*m_window, *m_robot, path);
-    QCOMPARE(m_robot->takeTexts(), QStringList{"Не удалось открыть файл!"});
-    QCOMPARE(log.takeNew(), QStringList());
-    QCOMPARE(WindowProbe(*m_window).currentFileName(), path);
+    s.open(path);
+    QCOMPARE(s.robot.takeTexts(), QStringList{"Не удалось открыть файл!"});
+    QCOMPARE(s.log.takeNew(), QStringList());
+    QCOMPARE(s.probe.currentFileName(), path);
     openGoodFile();
 }
 
@@ -285,19 +246,20 @@ void tst_BadFiles::pipeOrDeviceIsNeverWritten_data()
 void tst_BadFiles::pipeOrDeviceIsNeverWritten()
 {
     QFETCH(QString, path);
-    path = pathOrPipe(path, *m_dir);
+    Session& s = m_shared.withoutTemplate();
+    path = pathOrPipe(path, s.dir);
     if (path.isEmpty())
         QSKIP("no pipes on this system");
-    openTemplate(*m_window, *m_robot, m_dir->write(QStringLiteral("file.csv"), maskFile(manyFields(2))));
-    LogWatch log(*m_window);
-    saveTemplateAs(*m_window, *m_robot, path);
-    const QStringList texts = m_robot->takeTexts();
+    s.open(s.goodFile(2));
+    s.log.takeNew();
+    s.saveAs(path);
+    const QStringList texts = s.robot.takeTexts();
     QCOMPARE(texts.size(), 1);
     QVERIFY2(texts.first().startsWith(QStringLiteral("Не удалось открыть файл для записи (")),
              qPrintable(texts.first()));
-    QCOMPARE(log.takeNew(), QStringList());
-    QCOMPARE(WindowProbe(*m_window).currentFileName(), path);
-    QCOMPARE(sceneDifferences(WindowProbe(*m_window).scene(), manyFields(2), {}), QStringList());
+    QCOMPARE(s.log.takeNew(), QStringList());
+    QCOMPARE(s.probe.currentFileName(), path);
+    QCOMPARE(sceneDifferences(s.probe.scene(), manyFields(2), {}), QStringList());
     openGoodFile();
 }
 

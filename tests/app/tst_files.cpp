@@ -14,7 +14,7 @@ const QString kNotRecognisedBox =
 const QString kNothingFoundBox = QStringLiteral("Корректных данных не найдено!");
 const QString kCannotOpenBox = QStringLiteral("Не удалось открыть файл!");
 
-/// A file of `count` fields whose number `bad` have a line out of range.
+/// A file of `count` fields, the first `bad` of which have a line out of range.
 QByteArray fileWithBadLines(int count, int bad)
 {
     auto fields = manyFields(count);
@@ -34,9 +34,9 @@ private slots:
     void openedTemplateStandsOnTheTape();
     void everyFormatIsRecognised_data();
     void everyFormatIsRecognised();
-    void tiedVotesGoToTheOlderFormat_data();
-    void tiedVotesGoToTheOlderFormat();
-    void commentOfNineColumnsOutvotesNothing();
+    void mostVotesWinAndTiesGoToTheOlderFormat_data();
+    void mostVotesWinAndTiesGoToTheOlderFormat();
+    void commentsOfNineColumnsOutvoteARecord();
     void fileThatVanishesIsNotOpened();
     void folderIsEnteredAndNeverOpened();
     void unrecognisedFileGivesTwoWarnings_data();
@@ -133,7 +133,7 @@ void tst_Files::everyFormatIsRecognised()
              (QList<int>{3, 6, 2, 5, 7, 1, 2, 32}));
 }
 
-void tst_Files::tiedVotesGoToTheOlderFormat_data()
+void tst_Files::mostVotesWinAndTiesGoToTheOlderFormat_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("format");
@@ -154,7 +154,7 @@ void tst_Files::tiedVotesGoToTheOlderFormat_data()
     QTest::newRow("3 with one more") << old + dump + plain + plain << "new, 19+str";
 }
 
-void tst_Files::tiedVotesGoToTheOlderFormat()
+void tst_Files::mostVotesWinAndTiesGoToTheOlderFormat()
 {
     QFETCH(const QByteArray, bytes);
     QFETCH(const QString, format);
@@ -163,7 +163,7 @@ void tst_Files::tiedVotesGoToTheOlderFormat()
     QCOMPARE(s.log.takeNew().constFirst(), QStringLiteral("Распознан формат: ") + format);
 }
 
-void tst_Files::commentOfNineColumnsOutvotesNothing()
+void tst_Files::commentsOfNineColumnsOutvoteARecord()
 {
     Session s;
     s.open(s.dir.write("file.csv", "#;2;3;4;5;6;7;8;9\n#;2;3;4;5;6;7;8;9\n" + maskFile(manyFields(1))));
@@ -284,7 +284,19 @@ void tst_Files::tenBadFieldsAreAllListed()
     s.open(s.goodFile(2));
     s.log.takeNew();
     const QString path = s.dir.write("bad.csv", fileWithBadLines(12, 10));
+    // The log gets the text and the fields go once the box is answered.
+    QString lastLogged;
+    qsizetype read = 0;
+    QStringList shown;
+    s.robot.atEachBox([&](const DialogRobot::SeenBox& /*box*/) {
+        lastLogged = s.probe.log().constLast();
+        read = s.probe.bd().items.size();
+        shown = s.keysOnTape();
+    });
     s.open(path);
+    QCOMPARE(lastLogged, kRecognised);
+    QCOMPARE(read, 12);
+    QCOMPARE(shown, (QStringList{"1", "2"}));
     const QString text = QStringLiteral("Поля шаблона имеют недопустимые значения!\n"
                                         "Найденных ошибок: 10, всего несоответствий: 10\n"
                                         "Найденные несоответствия:\n"

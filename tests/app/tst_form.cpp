@@ -346,6 +346,7 @@ void tst_Form::picturesAreThoseOfTheProgram()
     QVERIFY(!imageOf("st_view.png").isNull());
     QVERIFY(imageOf("st_poz.png") != imageOf("st_view.png"));
     QVERIFY(imageOf("ok2424r.png") != imageOf("err2424r.png"));
+    QVERIFY(!imageOf("tavr_logo_small_grey.png").isNull());
 
     QCOMPARE(m_ui.btnRedraw->iconSize(), QSize(24, 24));
     QCOMPARE(iconImage(*m_ui.btnRedraw, {24, 24}), imageOf("reload2424.png"));

@@ -33,8 +33,8 @@ private slots:
     void failedSaveLeavesTheTemplate();
     void failedSaveAsStillAllowsSave();
     void oldFormatDoesNotSurviveSavingAndReading();
-    void longAndCyrillicNames_data();
-    void longAndCyrillicNames();
+    void templateIsSavedAndOpenedUnderAnyName_data();
+    void templateIsSavedAndOpenedUnderAnyName();
     void shortcutsOpenAndSave();
 
     void cleanupTestCase();
@@ -237,7 +237,7 @@ void tst_Saving::oldFormatDoesNotSurviveSavingAndReading()
                                                   "Пропущено поле №1"});
 }
 
-void tst_Saving::longAndCyrillicNames_data()
+void tst_Saving::templateIsSavedAndOpenedUnderAnyName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("two hundred characters") << QString(196, u'n') + QStringLiteral(".csv");
@@ -246,7 +246,7 @@ void tst_Saving::longAndCyrillicNames_data()
     QTest::newRow("folder of its own") << QStringLiteral("Мои шаблоны/Чек.csv");
 }
 
-void tst_Saving::longAndCyrillicNames()
+void tst_Saving::templateIsSavedAndOpenedUnderAnyName()
 {
     QFETCH(const QString, name);
     Session& s = m_shared.withoutTemplate();

@@ -56,9 +56,14 @@ QString filterText(const MainWindow& window)
     return named<QLineEdit>(window, "lePolesFilterStr")->text();
 }
 
-void callCommand(MainWindow& window, const QString& command)
+void typeCommand(MainWindow& window, const QString& command)
 {
     typeInto(named<QLineEdit>(window, "leDbgCmd"), command);
+}
+
+void callCommand(MainWindow& window, const QString& command)
+{
+    typeCommand(window, command);
     clickButton(window, "btnDbgCmdCall");
 }
 

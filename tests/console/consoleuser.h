@@ -20,7 +20,10 @@ void typeWord(MainWindow& window, const QString& text);
 /// What the filter line shows.
 QString filterText(const MainWindow& window);
 
-/// Types `command` into the console's line and clicks on its button; the console must be on.
+/// Clears the console's line and types `command` into it; the console must be on.
+void typeCommand(MainWindow& window, const QString& command);
+
+/// The same, and clicks on the line's button.
 void callCommand(MainWindow& window, const QString& command);
 
 /// What the console's line shows.

@@ -5,25 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-ConsoleSession::ConsoleSession()
-{
-    typeWord(window, "SAM");
-    log.takeNew();
-}
-
-QStringList ConsoleSession::check()
-{
-    callCommand(window, "IOINFO");
-    return log.takeNew();
-}
-
-QStringList ConsoleSession::loadFile()
-{
-    probe.callLoadFile();
-    return log.takeNew();
-}
-
-QString ConsoleSession::libraryFile() const
+QString LibrarySession::libraryFile() const
 {
     return dir.path(QFileInfo(QStringLiteral(OFFERED_DRIVER)).fileName().replace("offered_driver", "fpax"));
 }

@@ -1,21 +1,13 @@
 #pragma once
 
-#include "console/consoleuser.h"
+#include "console/consolesession.h"
 #include "support/recordingdriver.h"
-#include "support/session.h"
 
 #include <QLibrary>
 
-/// The program without a device and with its console on.
-struct ConsoleSession : Session
+/// A console session that a library may be given to.
+struct LibrarySession : ConsoleSession
 {
-    ConsoleSession();
-
-    /// What the console's check of the driver logs.
-    QStringList check();
-    /// The same of its earlier form, which no button offers.
-    QStringList loadFile();
-
     /// The file in the program's directory that is taken for the driver's library.
     QString libraryFile() const;
 };
@@ -24,7 +16,7 @@ struct ConsoleSession : Session
 enum class Thrown { Nothing, Standard, Own };
 
 /// The same when a library has come whose driver is a recording one. The test has the library loaded, too.
-struct OfferedSession : ConsoleSession
+struct OfferedSession : LibrarySession
 {
     explicit OfferedSession(bool isOffered = true);
     ~OfferedSession() { library.unload(); }

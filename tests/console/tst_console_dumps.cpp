@@ -21,6 +21,7 @@ QList<FieldRow> fourFields()
             {.size = 0, .desc = "без класса", .blockMask = 0x2a8}};
 }
 
+/// A command of the console and what it prints.
 struct Dump
 {
     const char* command;
@@ -83,9 +84,9 @@ class TestConsoleDumps : public QObject
     Q_OBJECT
 
 private slots:
-    void dumps_data();
-    void dumps();
-    void dumpsWithoutATemplate_data() { dumps_data(); }
+    void commandsPrintWhatIsHeld_data();
+    void commandsPrintWhatIsHeld();
+    void dumpsWithoutATemplate_data() { commandsPrintWhatIsHeld_data(); }
     void dumpsWithoutATemplate();
     void numbersAreFilledToThreeDigits();
     void headingsOffMoveTheLayout();
@@ -96,7 +97,7 @@ private slots:
     void setDebugShowsTwoButtons();
 };
 
-void TestConsoleDumps::dumps_data()
+void TestConsoleDumps::commandsPrintWhatIsHeld_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<int>("index");
@@ -107,7 +108,7 @@ void TestConsoleDumps::dumps_data()
     }
 }
 
-void TestConsoleDumps::dumps()
+void TestConsoleDumps::commandsPrintWhatIsHeld()
 {
     QFETCH(const QString, command);
     QFETCH(const int, index);

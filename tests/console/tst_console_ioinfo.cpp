@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QTest>
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace {
@@ -44,7 +43,7 @@ QString mappingCall(const QString& name)
     return QStringLiteral("getSingleMapping(\"%1\", 4096)").arg(name);
 }
 
-/// Which of the texts of one line is asked first is the driver's affair as little as the user's.
+/// The two texts of one line may be asked for in either order.
 QStringList sorted(QStringList calls)
 {
     calls.sort();
@@ -62,14 +61,14 @@ private slots:
     void wholeCheck_data();
     void wholeCheck();
     void boxesStandBetweenTheSteps();
-    void checkLeavesTheSessionAlone();
+    void checkLeavesTheTemplateAlone();
     void driverWithoutTexts();
     void noLibrary();
     void badLibrary_data();
     void badLibrary();
     void noDriverObject();
     void eachCallIsRefused();
-    void eachCallIsRefusedWithoutACode();
+    void eachCallAfterTheFirstLookIsRefusedWithoutACode();
     void eachCallThrows_data();
     void eachCallThrows();
 };
@@ -126,7 +125,7 @@ void TestConsoleIoInfo::boxesStandBetweenTheSteps()
     QCOMPARE(s.releases(), 1);
 }
 
-void TestConsoleIoInfo::checkLeavesTheSessionAlone()
+void TestConsoleIoInfo::checkLeavesTheTemplateAlone()
 {
     OfferedSession s;
     s.open(s.goodFile(3));
@@ -176,7 +175,7 @@ void TestConsoleIoInfo::badLibrary_data()
 void TestConsoleIoInfo::badLibrary()
 {
     QFETCH(const QString, library);
-    ConsoleSession s;
+    LibrarySession s;
     if (library.isEmpty())
         s.dir.write(QFileInfo(s.libraryFile()).fileName(), "не библиотека");
     else
@@ -192,7 +191,7 @@ void TestConsoleIoInfo::badLibrary()
 void TestConsoleIoInfo::noDriverObject()
 {
     OfferedSession s(false);
-    QCOMPARE(s.check(), QStringList({kLoaded, "Не удалось создать объект драйвера!"}));
+    QCOMPARE(s.check(), QStringList({kLoaded, kNoObject}));
     QCOMPARE(s.robot.takeTexts(), QStringList());
     QCOMPARE(s.driver.calls(), QStringList());
     QCOMPARE(s.releases(), 0);
@@ -213,6 +212,9 @@ void TestConsoleIoInfo::eachCallIsRefused()
         if (isGetter(k)) { // an empty text
             QCOMPARE(lines.last(), kDestroyed);
             QVERIFY(!lines.contains(kFailed));
+            QVERIFY(lines != goodLines());
+            // The first text makes a line for each of three ports.
+            QCOMPARE(lines.size(), goodLines().size() - (k == 1 ? 3 : 0));
             QCOMPARE(s.driver.calls().size(), kCallCount);
             QCOMPARE(s.robot.takeTexts(), QStringList({kConnectedBox, kReleasedBox}));
             continue;
@@ -227,7 +229,7 @@ void TestConsoleIoInfo::eachCallIsRefused()
     QCOMPARE(s.check(), goodLines());
 }
 
-void TestConsoleIoInfo::eachCallIsRefusedWithoutACode()
+void TestConsoleIoInfo::eachCallAfterTheFirstLookIsRefusedWithoutACode()
 {
     OfferedSession s;
     for (int k = kFirstSetter; k <= kCallCount; ++k) {

@@ -12,15 +12,12 @@
 
 namespace {
 
-const QString kTestBox = QStringLiteral("test");
-const QStringList kTestLines{"test 1 bb=543", "test 2 bb=543"};
-
 /// The session with its device, the console on.
 struct ConnectedConsole : ConnectionBench
 {
     ConnectedConsole()
     {
-        writeSettings(UtilJson::SetSettingsJson().toUtf8());
+        writeUsualSettings();
         start();
         showAndWait();
         typeWord(*window, "SAM");
@@ -77,7 +74,7 @@ class TestConsoleIoInfoSession : public QObject
 
 private slots:
     void checkBesideTheSession();
-    void eachCallFails_data();
+    void eachCallFails_data() { addFailureRows(); }
     void eachCallFails();
     void libraryStaysWithTheSession();
     void earlierCheck();
@@ -105,15 +102,6 @@ void TestConsoleIoInfoSession::checkBesideTheSession()
     QVERIFY(isWorking());
     chooseInMenu(*c.window, "actionFreePort");
     QCOMPARE(c.robot.takeTexts(), QStringList("Порт освобожден."));
-}
-
-void TestConsoleIoInfoSession::eachCallFails_data()
-{
-    QTest::addColumn<Failure>("failure");
-    QTest::newRow("code") << Failure::Coded;
-    QTest::newRow("no code") << Failure::Codeless;
-    QTest::newRow("standard exception") << Failure::Standard;
-    QTest::newRow("any exception") << Failure::Foreign;
 }
 
 void TestConsoleIoInfoSession::eachCallFails()
@@ -178,10 +166,8 @@ void TestConsoleIoInfoSession::earlierCheck()
     ConnectedConsole c;
     const QStringList held = heldLines();
     c.device.takeCalls();
-    QCOMPARE(c.loadFile(),
-             kTestLines + QStringList({kLoaded, kCreated}) + held + linesOfTheChange() +
-                 QStringList({"Подключение к устройству...", "Вход в режим программирования...", "====LOGGER",
-                              "====LOGGER END", "Сброс режима...", "Отключение...", kDestroyed}));
+    QCOMPARE(c.loadFile(), kTestLines + QStringList({kLoaded, kCreated}) + held + linesOfTheChange() +
+                               linesOfTheEarlierConnection() + QStringList(kDestroyed));
     QCOMPARE(c.robot.takeTexts(), QStringList({kTestBox, kReleasedBox}));
     const QStringList calls = c.device.takeCalls();
     QCOMPARE(calls.size(), 24);

@@ -6,15 +6,10 @@
 
 namespace {
 
-const QString kNoObject = QStringLiteral("Не удалось создать объект драйвера!");
-const QString kTestBox = QStringLiteral("test");
-const QStringList kTestLines{"test 1 bb=543", "test 2 bb=543"};
-
 QStringList goodLines()
 {
-    return kTestLines + offeredLines() + linesOfTheChange() +
-           QStringList({"Подключение к устройству...", "Вход в режим программирования...", "====LOGGER",
-                        "====LOGGER END", "Сброс режима...", "Отключение...", kDestroyed});
+    return kTestLines + offeredLines() + linesOfTheChange() + linesOfTheEarlierConnection() +
+           QStringList(kDestroyed);
 }
 
 bool isDriverLoaded(const ConsoleSession& s)
@@ -86,7 +81,7 @@ void TestConsoleLoadFile::badLibraryIsToldAndGoes_data()
 void TestConsoleLoadFile::badLibraryIsToldAndGoes()
 {
     QFETCH(const QString, library);
-    ConsoleSession s;
+    LibrarySession s;
     QVERIFY(QFile::copy(library, s.libraryFile()));
     for (int i = 0; i < 2; ++i) {
         const QStringList lines = s.loadFile();
@@ -103,7 +98,7 @@ void TestConsoleLoadFile::badLibraryIsToldAndGoes()
 
 void TestConsoleLoadFile::badLibraryStaysWithWhoeverLoadedIt()
 {
-    ConsoleSession s;
+    LibrarySession s;
     QVERIFY(QFile::copy(WITHOUT_RELEASE, s.libraryFile()));
     QLibrary other(s.dir.path("fpax"));
     QVERIFY(other.load());
@@ -135,7 +130,7 @@ void TestConsoleLoadFile::libraryWithoutAnObjectGoes_data()
 void TestConsoleLoadFile::libraryWithoutAnObjectGoes()
 {
     QFETCH(const QString, library);
-    ConsoleSession s;
+    LibrarySession s;
     QVERIFY(QFile::copy(library, s.libraryFile()));
     QCOMPARE(s.loadFile(), kTestLines + QStringList({kLoaded, kNoObject}));
     QVERIFY(!isDriverLoaded(s));

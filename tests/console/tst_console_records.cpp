@@ -1,5 +1,4 @@
-#include "console/consoleuser.h"
-#include "support/session.h"
+#include "console/consolesession.h"
 
 #include <QAction>
 #include <QDir>
@@ -7,7 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLineEdit>
 #include <QTest>
 
 namespace {
@@ -17,11 +15,11 @@ const QString kBadRecords = QStringLiteral("Не удалось разобрат
 const QString kBadLines = QStringLiteral("Не удалось разобрать свободные строки!");
 const QString kFinished = QStringLiteral("Закончено!");
 
-struct ConsoleSession : Session
+/// A console whose buttons for records are on.
+struct RecordsSession : ConsoleSession
 {
-    ConsoleSession()
+    RecordsSession()
     {
-        typeWord(window, "SAM");
         callCommand(window, "SETDBG");
         log.takeNew();
     }
@@ -32,10 +30,7 @@ struct ConsoleSession : Session
     /// Types `text` into the console's line and saves the records.
     void saveRecords(const QString& text)
     {
-        auto* const line = named<QLineEdit>(window, "leDbgCmd");
-        line->selectAll();
-        QTest::keyClick(line, Qt::Key_Delete);
-        QTest::keyClicks(line, text);
+        typeCommand(window, text);
         click("btnDbgSaveJson");
     }
 
@@ -94,7 +89,7 @@ void TestConsoleRecords::numberOfTheSubTable()
 {
     QFETCH(const QString, text);
     QFETCH(const int, number);
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(2));
     s.log.takeNew();
     s.saveRecords(text);
@@ -112,7 +107,7 @@ void TestConsoleRecords::numberOfTheSubTable()
 
 void TestConsoleRecords::recordsOfAField()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.dir.write("one.csv", maskFile({{.block = 1,
                                              .font = 2,
                                              .x2x = 1,
@@ -145,7 +140,7 @@ void TestConsoleRecords::recordsOfAField()
 
 void TestConsoleRecords::recordsOfNoTemplate()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.dir.write("tablestlv.json", QByteArray(1000, 'x'));
     s.saveRecords("1");
     QCOMPARE(s.robot.takeTexts(), QStringList(kFinished));
@@ -154,7 +149,7 @@ void TestConsoleRecords::recordsOfNoTemplate()
 
 void TestConsoleRecords::recordsCannotBeSaved()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(2));
     QVERIFY(QDir().mkdir(s.recordsPath()));
     s.saveRecords("1");
@@ -168,7 +163,7 @@ void TestConsoleRecords::recordsCannotBeSaved()
 
 void TestConsoleRecords::recordsAreReadBack()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(3));
     s.saveRecords("1");
     s.open(s.goodFile(7, "more.csv"));
@@ -194,7 +189,7 @@ void TestConsoleRecords::recordsAreReadBack()
 
 void TestConsoleRecords::recordsOfAnotherSubTable()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(3));
     s.saveRecords("2");
     s.robot.takeTexts();
@@ -206,7 +201,7 @@ void TestConsoleRecords::recordsOfAnotherSubTable()
 
 void TestConsoleRecords::bothFilesAreMissing()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(3));
     s.log.takeNew();
     s.click("btnDbgDnload_2");
@@ -222,7 +217,7 @@ void TestConsoleRecords::bothFilesAreMissing()
 
 void TestConsoleRecords::bothFilesAreBroken()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.open(s.goodFile(3));
     s.log.takeNew();
     s.probe.freeStrings() = QStringList{"строка"};
@@ -238,7 +233,7 @@ void TestConsoleRecords::bothFilesAreBroken()
 
 void TestConsoleRecords::freeLinesAreRead()
 {
-    ConsoleSession s;
+    RecordsSession s;
     s.probe.freeStrings() = QStringList{"прежняя"};
     s.dir.write("tables.json", R"([{"t":21,"f":1,"r":2,"v":"8FE0AEA1A0"},{"t":20,"f":1,"r":1,"v":"41"},)"
                                R"({"t":21,"f":1,"r":1,"v":"4142"}])");

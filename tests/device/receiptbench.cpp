@@ -34,41 +34,20 @@ void fillIn(QDialog& dialog, const ReceiptOrder& order)
                       Qt::LeftButton);
 }
 
-QJsonObject ruleOf(const ReceiptFault& fault)
+/// What becomes of a call that fails like this.
+MadeCall::End endOf(const QString& call, Failure failure)
 {
-    switch (fault.kind) {
-    case ReceiptFault::Kind::Code:
-        return {{"status", -1}, {"code", fault.code}, {"description", kFailureText}};
-    case ReceiptFault::Kind::NoCode:
-        return {{"status", -1}, {"code", 0}};
-    case ReceiptFault::Kind::Pretended:
-        return {{"status", 0}, {"code", 0}};
-    case ReceiptFault::Kind::Standard:
-        return {{"throw", "std"}};
-    case ReceiptFault::Kind::Number:
-        return {{"throw", "other"}};
-    }
-    return {};
-}
-
-MadeCall::End endOf(const ReceiptFault& fault, bool isGetter)
-{
-    switch (fault.kind) {
-    case ReceiptFault::Kind::Code:
-        return isGetter ? MadeCall::End::Unnoticed : MadeCall::End::Refused;
-    case ReceiptFault::Kind::NoCode:
-    case ReceiptFault::Kind::Pretended:
+    switch (failure) {
+    case Failure::Coded:
+        return isGetter(call) ? MadeCall::End::Unnoticed : MadeCall::End::Refused;
+    case Failure::Codeless:
+    case Failure::Pretended:
         return MadeCall::End::Unnoticed;
-    case ReceiptFault::Kind::Standard:
-    case ReceiptFault::Kind::Number:
+    case Failure::Standard:
+    case Failure::Foreign:
         return MadeCall::End::Thrown;
     }
     return MadeCall::End::Done;
-}
-
-bool isGetter(const QString& call)
-{
-    return call.startsWith(u"get");
 }
 
 /// Empty if they are equal.
@@ -121,10 +100,15 @@ void EmulatedReceipt::prepare(const ReceiptOrder& order)
 
 void EmulatedReceipt::failCall(int k, const ReceiptFault& fault)
 {
-    QJsonObject rule = ruleOf(fault);
-    rule["operation"] = "*";
-    rule["call"] = k;
-    device.setFaults({rule});
+    if (fault.failure != Failure::Coded) {
+        device.failCall(k, fault.failure);
+        return;
+    }
+    device.setFaults({QJsonObject{{"operation", "*"},
+                                  {"call", k},
+                                  {"status", -1},
+                                  {"code", fault.code},
+                                  {"description", kFailureText}}});
 }
 
 void EmulatedReceipt::print(const ReceiptOrder& order, int failing, const ReceiptFault& fault)
@@ -142,11 +126,11 @@ QList<MadeCall> EmulatedReceipt::takeCalls(int failing, const ReceiptFault& faul
 {
     QList<MadeCall> made;
     for (const auto& call : device.takeAnsweredCalls()) {
-        if (isDiagnosis(operationOf(call.text)))
+        if (isDiagnosis(call.text))
             continue;
         MadeCall next{receiptCalls({call.text}).constFirst()};
         if (made.size() + 1 == failing) {
-            next.end = endOf(fault, isGetter(call.text));
+            next.end = endOf(call.text, fault.failure);
             next.code = next.end == MadeCall::End::Refused ? fault.code : 0;
         } else if (call.status < 0) {
             next.end = MadeCall::End::Refused; // by the device
@@ -200,7 +184,7 @@ QString EmulatedReceipt::harmAfter()
             return wrong;
     if (course.isEnd)
         return QStringLiteral("the program has not ended");
-    if (heldTemplate() != maskFile(fields))
+    if (WindowProbe(*window).heldTemplate() != maskFile(fields))
         return QStringLiteral("the template has changed");
     return {};
 }
@@ -216,16 +200,6 @@ bool EmulatedReceipt::isReceiptLeftOpen() const
         isOpen = operation == u"openCheck" || (isOpen && operation != u"closeCheck");
     }
     return isOpen;
-}
-
-QByteArray EmulatedReceipt::heldTemplate() const
-{
-    QStringList rows;
-    WindowProbe(*window).bd().SaveToListWMask(rows);
-    QByteArray bytes;
-    for (const auto& row : rows)
-        bytes += row.toUtf8() + '\n';
-    return bytes;
 }
 
 int receiptStart(const QList<MadeCall>& calls)
@@ -247,7 +221,7 @@ QString harmOfFaults(const ReceiptOrder& order, const ReceiptFault& fault, int b
     int failures = 0;
     for (int k = 1; k <= good.size(); ++k) {
         const bool isModeOfTable = k == start + 2 || k == start + 3;
-        if (isModeOfTable && fault.kind == ReceiptFault::Kind::Code)
+        if (isModeOfTable && fault.failure == Failure::Coded)
             continue; // ends the program
         b.prepare(order);
         b.print(order, k, fault);

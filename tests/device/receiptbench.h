@@ -6,17 +6,21 @@
 /// How the driver fails in one of its calls.
 struct ReceiptFault
 {
-    enum class Kind {
-        Code,      ///< refused with `code`
-        NoCode,    ///< refused without a code
-        Pretended, ///< done only in its answer
-        Standard,  ///< a standard exception
-        Number     ///< a number is thrown
-    };
-
-    Kind kind = Kind::Code;
-    int code = kFailureCode;
+    Failure failure = Failure::Coded;
+    int code = kFailureCode; ///< of a coded one
 };
+
+/// Template, receipt, shift and port.
+constexpr ReceiptOrder kEverything{.number = 1};
+/// None of the steps around the receipt.
+constexpr ReceiptOrder kReceiptAlone{
+    .number = 2, .isUpLoad = false, .isSessionClose = false, .isPortRelease = false};
+/// The same on a shift that has to be closed first.
+constexpr ReceiptOrder kReceiptOnAnOldShift{
+    .number = 2, .isUpLoad = false, .isSessionClose = false, .isPortRelease = false, .isShiftTooOld = true};
+
+/// After how many failures a good receipt has to follow where nothing is to be feared for it.
+constexpr int kSeldom = 40;
 
 /// The program with a template of two fields on the tape, and a device in its factory state to print test receipts on.
 struct EmulatedReceipt : ConnectionBench
@@ -35,9 +39,6 @@ struct EmulatedReceipt : ConnectionBench
     QString harmOfGoodReceipt(const ReceiptOrder& order);
     /// What of the last receipt, of the window and of the device is not as `course` and `calls` have it.
     QString harmAfter();
-
-    /// The template of the window in the form of its file.
-    QByteArray heldTemplate() const;
 
     const QList<FieldRow> fields = manyFields(2);
     QStringList commands; ///< of the template, as a good receipt sends them

@@ -1,5 +1,7 @@
 #include "device/receiptcalls.h"
 
+#include "support/drivercalls.h"
+
 #include <algorithm>
 
 namespace {
@@ -52,16 +54,10 @@ QStringList paymentCalls(int type, const QString& sum, const QString& operation)
 
 QStringList receiptCalls(const QStringList& calls)
 {
-    static const char* const diagnosis[] = {"getResultCode(", "getResultDescription(", "getBadParam(",
-                                            "getBadParamDescription("};
     QStringList found;
-    for (const auto& call : calls) {
-        const bool isDiagnosis =
-            std::any_of(std::begin(diagnosis), std::end(diagnosis),
-                        [&call](const char* start) { return call.startsWith(QLatin1String(start)); });
-        if (!isDiagnosis)
+    for (const auto& call : calls)
+        if (!isDiagnosis(call))
             found.append(call.startsWith(QLatin1String("setTagValue(\"")) ? kAddress : call);
-    }
     return found;
 }
 
@@ -93,10 +89,19 @@ QStringList goodReceiptCalls(const QString& field, const QString& digits, const 
            QStringList{"closeCheck()"};
 }
 
+QStringList receiptSums()
+{
+    return {QStringLiteral("8.125"), QStringLiteral("32.5")};
+}
+
+QStringList sessionCloseCalls()
+{
+    return {"setMode(3)", "enterMode()", "setReportType(1)", "makeReport()"};
+}
+
 QStringList recoveryCalls()
 {
-    return {"setMode(3)", "enterMode()", "setReportType(1)", "makeReport()",
-            "setMode(1)", "enterMode()", "setCheckType(1)",  "openCheck()"};
+    return sessionCloseCalls() + QStringList{"setMode(1)", "enterMode()", "setCheckType(1)", "openCheck()"};
 }
 
 QStringList receiptLog()

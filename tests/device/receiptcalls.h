@@ -6,8 +6,11 @@
 /// How many calls a good receipt makes.
 constexpr int kReceiptCallCount = 92;
 
-/// The result code of a driver whose shift has lasted too long.
-constexpr int kShiftMustBeClosed = -3822;
+// Result codes that mean something to the receipt.
+constexpr int kNoExchange = -6;
+constexpr int kNoReceipt = -16;
+constexpr int kWrongMode = -3801;
+constexpr int kShiftMustBeClosed = -3822; ///< it has lasted too long
 
 /// `calls` of a driver without those that only ask why another one failed, and without the texts of addresses.
 QStringList receiptCalls(const QStringList& calls);
@@ -16,7 +19,13 @@ QStringList receiptCalls(const QStringList& calls);
 /// `sums` are the payment of a quarter and that of the whole.
 QStringList goodReceiptCalls(const QString& field, const QString& digits, const QStringList& sums);
 
-/// The calls that close the shift and open the receipt again.
+/// The whole sum of the test receipt, as payments of a quarter and of all.
+QStringList receiptSums();
+
+/// The calls that close the shift.
+QStringList sessionCloseCalls();
+
+/// The same, and those that open the receipt again.
 QStringList recoveryCalls();
 
 /// The log of a good receipt.

@@ -1,16 +1,13 @@
 #include "device/receiptcommand.h"
 
 #include "device/receiptcalls.h"
-#include "support/emulateddevice.h"
+#include "support/drivercalls.h"
 #include "workflows/connectionbench.h"
 
 #include <functional>
 
 namespace {
 
-constexpr int kNoReceipt = -16;
-constexpr int kWrongMode = -3801;
-constexpr int kNoExchange = -6;
 constexpr int kFailed = 255;
 
 // Lines of the log of a receipt.
@@ -237,20 +234,4 @@ ReceiptCourse receiptCourse(const QList<MadeCall>& made, const ReceiptOrder& ord
     calls.expectEnd();
     course.oddity = calls.oddity();
     return course;
-}
-
-QStringList receiptSums()
-{
-    return {QStringLiteral("8.125"), QStringLiteral("32.5")};
-}
-
-QStringList sessionCloseCalls()
-{
-    return {"setMode(3)", "enterMode()", "setReportType(1)", "makeReport()"};
-}
-
-bool isDiagnosis(const QString& operation)
-{
-    return operation == u"getResultCode" || operation == u"getResultDescription" ||
-           operation == u"getBadParam" || operation == u"getBadParamDescription";
 }

@@ -47,12 +47,3 @@ struct ReceiptCourse
 /// The course of the command that the ends of its calls lead to. `commands` are the raw commands of the template.
 ReceiptCourse receiptCourse(const QList<MadeCall>& calls, const ReceiptOrder& order,
                             const QStringList& commands);
-
-/// The whole sum of the test receipt, as payments of a quarter and of all.
-QStringList receiptSums();
-
-/// The calls that close the shift.
-QStringList sessionCloseCalls();
-
-/// True for the calls that only ask why another one failed.
-bool isDiagnosis(const QString& operation);

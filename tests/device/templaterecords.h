@@ -20,6 +20,7 @@ inline Json::Value record(int subTable, int first, int last, const QString& v)
     return value;
 }
 
+/// A list of these records.
 inline Json::Value listOf(const QList<Json::Value>& records)
 {
     Json::Value list(Json::arrayValue);
@@ -53,6 +54,7 @@ inline QList<Json::Value> field(int row, int subTable = 1)
             record(subTable, 19, 19, groupDigits(row, 19, {32}))};
 }
 
+/// The records of good fields in these rows.
 inline QList<Json::Value> fields(const QList<int>& rows)
 {
     QList<Json::Value> records;

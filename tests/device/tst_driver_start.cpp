@@ -53,6 +53,8 @@ private slots:
         QVERIFY(!(session).driverLoaded);                                                                    \
         QVERIFY(!(session).driverIface);                                                                     \
         QVERIFY((session).fpaxWrapper.isNull());                                                             \
+        QVERIFY((session).driverName.isEmpty());                                                             \
+        QVERIFY((session).driverVersion.isEmpty());                                                          \
         QVERIFY(!(session).library.isNull());                                                                \
         Json::Value settings(Json::objectValue);                                                             \
         settings["port"] = 1;                                                                                \
@@ -60,6 +62,9 @@ private slots:
         QCOMPARE((session).getIOSettings(settings), 1);                                                      \
         QCOMPARE(settings["port"].asInt(), 1);                                                               \
         QCOMPARE((session).getStatus(), 0);                                                                  \
+        QCOMPARE((session).enterModeProgram(), 255);                                                         \
+        QCOMPARE((session).releasePort(), 255);                                                              \
+        QCOMPARE((session).closeSession(), 255);                                                             \
         QVERIFY(!(session).portOpen);                                                                        \
         QVERIFY(!(session).connected);                                                                       \
     } while (false)
@@ -124,8 +129,6 @@ void TestDriverStart::driverThatCannotBeLoaded()
     QCOMPARE(message, loadErrorOf(session));
     QVERIFY(message.startsWith(kLoadError + folder.driverPath().section(u'/', 0, -2)));
     QVERIFY(!session.library->errorString().isEmpty());
-    QVERIFY(session.driverName.isEmpty());
-    QVERIFY(session.driverVersion.isEmpty());
     VERIFY_NO_DRIVER(session);
 }
 
@@ -264,7 +267,6 @@ void TestDriverStart::secondStartThatFailsLeavesNothingOfTheFirst()
     QCOMPARE(UnloadWatch::unloaded(), 1);
     QVERIFY(session.library->fileName().startsWith(second.path()));
     VERIFY_NO_DRIVER(session);
-    QCOMPARE(session.releasePort(), 255);
 }
 
 void TestDriverStart::goodStartAfterABadOne()

@@ -1,8 +1,6 @@
 #include "device/jsonfile.h"
-#include "support/session.h"
+#include "device/jsonfilesession.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include <json/json.h>
@@ -76,7 +74,6 @@ private slots:
     void unreadableFileLeavesNoLines();
     void fileWithoutAListLeavesNoLines_data();
     void fileWithoutAListLeavesNoLines();
-    void whatStandsBehindAnObjectDoesNotMatter();
 
     void linesAreWritten();
     void noLinesAreAnEmptyList();
@@ -88,7 +85,7 @@ private slots:
     void emptyLineIsLostOnItsWay();
 
 private:
-    Session& s() { return *m_session; }
+    JsonFileSession& s() { return *m_session; }
 
     /// Loads a file of `text`, which must be told to hold no free lines.
     void compareRefused(const QByteArray& text);
@@ -99,19 +96,19 @@ private:
         Json::Value lines;
         QString errors;
         QStringList digits;
-        if (JsonFile::read(s().dir.path(kFile), lines, errors) == JsonFile::Read) {
+        if (JsonFile::read(s().file, lines, errors) == JsonFile::Read) {
             for (const auto& element : std::as_const(lines))
                 digits.append(QString::fromStdString(element["v"].asString()));
         }
         return digits;
     }
 
-    std::unique_ptr<Session> m_session;
+    std::unique_ptr<JsonFileSession> m_session;
 };
 
 void TestFreeLinesWindow::initTestCase()
 {
-    m_session = std::make_unique<Session>();
+    m_session = std::make_unique<JsonFileSession>(kFile);
 }
 
 void TestFreeLinesWindow::cleanupTestCase()
@@ -121,10 +118,8 @@ void TestFreeLinesWindow::cleanupTestCase()
 
 void TestFreeLinesWindow::init()
 {
-    QFile::remove(s().dir.path(kFile));
+    s().clear();
     s().probe.freeStrings() = {"прежняя"};
-    s().robot.takeTexts();
-    s().log.takeNew();
 }
 
 void TestFreeLinesWindow::digitsBecomeALine_data()
@@ -165,6 +160,8 @@ void TestFreeLinesWindow::linesAreRead_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QStringList>("lines");
     QTest::newRow("two lines") << listOf({line("1", "\"80\""), line("2", "\"81\"")}) << QStringList{"А", "Б"};
+    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF" + listOf({line("1", "\"80\"")}))
+                                     << QStringList{"А"};
     QTest::newRow("order of the file")
         << listOf({line("3", "\"82\""), line("1", "\"80\""), line("2", "\"81\"")})
         << QStringList{"В", "А", "Б"};
@@ -213,30 +210,26 @@ void TestFreeLinesWindow::linesAreRead()
 {
     QFETCH(const QByteArray, text);
     QFETCH(const QStringList, lines);
-    s().dir.write(kFile, text);
+    s().writeFile(text);
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), lines);
     QCOMPARE(s().log.takeNew(), QStringList{QStringLiteral("Read FreeStr kol=%1").arg(lines.size())});
     QCOMPARE(s().robot.takeTexts(), QStringList());
-    QCOMPARE(bytesOf(s().dir.path(kFile)), text);
+    QCOMPARE(bytesOf(s().file), text);
 }
 
 void TestFreeLinesWindow::missingFileLeavesNoLines()
 {
     for (const bool isFolder : {false, true}) {
         if (isFolder)
-            QVERIFY(QDir().mkdir(s().dir.path(kFile)));
+            QVERIFY(s().blockFile());
         s().probe.freeStrings() = {"прежняя"};
         s().probe.loadFreeLinesFile();
         QCOMPARE(s().probe.freeStrings(), QStringList());
-        const auto boxes = s().robot.takeBoxes();
-        QCOMPARE(boxes.size(), 1);
-        QCOMPARE(boxes[0].text, "Ошибка ввода-вывода!");
-        QCOMPARE(boxes[0].icon, QMessageBox::Warning);
-        QCOMPARE(s().log.takeNew(),
-                 QStringList{"Не удалось открыть файл с настройками [" + s().dir.path(kFile) + "]"});
+        QCOMPARE(s().takeWarning(), "Ошибка ввода-вывода!");
+        QCOMPARE(s().log.takeNew(), QStringList{"Не удалось открыть файл с настройками [" + s().file + "]"});
     }
-    QVERIFY(QDir().rmdir(s().dir.path(kFile)));
+    QVERIFY(s().unblockFile());
 }
 
 void TestFreeLinesWindow::unreadableFileLeavesNoLines_data()
@@ -253,7 +246,6 @@ void TestFreeLinesWindow::unreadableFileLeavesNoLines_data()
     QTest::newRow("nested objects") << QByteArray("{\"a\":").repeated(5000) + "1" + QByteArray(5000, '}');
     QTest::newRow("zeros") << QByteArray(100, '\0');
     const QByteArray good = listOf({line("1", "\"80\"")});
-    QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + good;
     QTest::newRow("number beyond all") << listOf({line("1e400", "\"80\"")});
     QTest::newRow("half a character") << listOf({line("1", R"("\ud800")")});
     QTest::newRow("text behind") << good + "x";
@@ -288,42 +280,28 @@ void TestFreeLinesWindow::fileWithoutAListLeavesNoLines()
     QCOMPARE(s().log.takeNew(), QStringList());
 }
 
-void TestFreeLinesWindow::whatStandsBehindAnObjectDoesNotMatter()
-{
-    // Settings that cannot be parsed would be replaced by new ones.
-    const QString path = s().dir.write(kFile, "{\"port\": \"usb\"} }");
-    Json::Value root;
-    QString errors;
-    QCOMPARE(JsonFile::read(path, root, errors), JsonFile::Read);
-    QCOMPARE(root["port"].asString(), "usb");
-    QCOMPARE(errors, QString());
-}
-
 void TestFreeLinesWindow::compareRefused(const QByteArray& text)
 {
-    s().dir.write(kFile, text);
+    s().writeFile(text);
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), QStringList());
-    const auto boxes = s().robot.takeBoxes();
-    QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes[0].text, "Не удалось разобрать свободные строки!");
-    QCOMPARE(boxes[0].icon, QMessageBox::Warning);
+    QCOMPARE(s().takeWarning(), "Не удалось разобрать свободные строки!");
 }
 
 void TestFreeLinesWindow::linesAreWritten()
 {
-    s().dir.write(kFile, QByteArray(5000, 'x'));
+    s().writeFile(QByteArray(5000, 'x'));
     s().probe.freeStrings() = {"Привет, ёлка №1!", "", "─"};
     s().probe.saveFreeLinesFile();
     QCOMPARE(s().robot.takeTexts(), QStringList());
-    QCOMPARE(QString::fromUtf8(bytesOf(s().dir.path(kFile))).replace("   ", "\t"), kWrittenFile);
+    QCOMPARE(s().indentedFile(), kWrittenFile);
 }
 
 void TestFreeLinesWindow::noLinesAreAnEmptyList()
 {
     s().probe.freeStrings().clear();
     s().probe.saveFreeLinesFile();
-    QCOMPARE(bytesOf(s().dir.path(kFile)).trimmed(), "[]");
+    QCOMPARE(bytesOf(s().file).trimmed(), "[]");
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), QStringList());
     QCOMPARE(s().log.takeNew(), QStringList{"Read FreeStr kol=0"});
@@ -360,13 +338,10 @@ void TestFreeLinesWindow::halfACharacterStaysInItsLine()
 
 void TestFreeLinesWindow::unwritableFileIsTold()
 {
-    QVERIFY(QDir().mkdir(s().dir.path(kFile)));
+    QVERIFY(s().blockFile());
     s().probe.saveFreeLinesFile();
-    QVERIFY(QDir().rmdir(s().dir.path(kFile)));
-    const auto boxes = s().robot.takeBoxes();
-    QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes[0].text, "Не удалось открыть файл для записи!");
-    QCOMPARE(boxes[0].icon, QMessageBox::Warning);
+    QVERIFY(s().unblockFile());
+    QCOMPARE(s().takeWarning(), "Не удалось открыть файл для записи!");
     QCOMPARE(s().probe.freeStrings(), QStringList{"прежняя"});
 }
 
@@ -383,7 +358,7 @@ void TestFreeLinesWindow::everyLetterComesBack()
         ascii += character;
     s().probe.freeStrings() = {kUpperHalf, ascii};
     s().probe.saveFreeLinesFile();
-    QVERIFY(bytesOf(s().dir.path(kFile)).contains(hex.toLatin1()));
+    QVERIFY(bytesOf(s().file).contains(hex.toLatin1()));
     s().probe.freeStrings().clear();
     s().probe.loadFreeLinesFile();
     QCOMPARE(s().probe.freeStrings(), (QStringList{kUpperHalf, ascii}));

@@ -4,10 +4,6 @@
 
 namespace {
 
-constexpr ReceiptOrder kEverything{.number = 1};
-constexpr ReceiptOrder kReceiptAlone{
-    .number = 2, .isUpLoad = false, .isSessionClose = false, .isPortRelease = false};
-
 QStringList resultOf(const EmulatedReceipt& b)
 {
     return b.log().filter(QStringLiteral("Команда на печать вернула значение"));
@@ -15,7 +11,7 @@ QStringList resultOf(const EmulatedReceipt& b)
 
 } // namespace
 
-/// The test receipt with a driver that fails without telling so.
+/// The test receipt with a driver that fails in odd ways, and how little of it the user is told.
 class TestReceiptBroken : public QObject
 {
     Q_OBJECT
@@ -33,17 +29,15 @@ private slots:
 
 void TestReceiptBroken::eachCallFails_data()
 {
-    using Kind = ReceiptFault::Kind;
-    QTest::addColumn<Kind>("kind");
-    QTest::newRow("no code") << Kind::NoCode;
-    QTest::newRow("done only in its answer") << Kind::Pretended;
+    QTest::addColumn<Failure>("failure");
+    QTest::newRow("no code") << Failure::Codeless;
+    QTest::newRow("done only in its answer") << Failure::Pretended;
 }
 
 void TestReceiptBroken::eachCallFails()
 {
-    QFETCH(const ReceiptFault::Kind, kind);
-    constexpr int seldom = 40;
-    const QString harm = harmOfFaults(kEverything, {.kind = kind}, seldom);
+    QFETCH(const Failure, failure);
+    const QString harm = harmOfFaults(kEverything, {.failure = failure}, kSeldom);
     QVERIFY2(harm.isEmpty(), qPrintable(harm));
 }
 

@@ -1,9 +1,10 @@
-#include "device/emulatedsession.h"
 #include "device/receiptcalls.h"
 
+#include "support/ownprocess.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
-#include <QProcess>
+#include <QCoreApplication>
 #include <QTest>
 
 #include <cstdio>
@@ -13,14 +14,6 @@
 namespace {
 
 constexpr auto kRefusedCall = "--refuse";
-
-QString sanitizerReport(const QString& text)
-{
-    for (const char* const mark : {"Sanitizer", "runtime error"})
-        if (text.contains(QLatin1String(mark)))
-            return text;
-    return {};
-}
 
 RecordingDriver* ending = nullptr;
 QStringList endingLog;
@@ -37,7 +30,7 @@ QStringList endingLog;
     std::abort();
 }
 
-/// A program that prints a receipt with a driver that refuses call `k`; "told" makes it speak at its end.
+/// A program that prints a receipt with a driver that refuses call `k`; `isTold` makes it speak at its end.
 int printRefused(int k, bool isTold)
 {
     RecordingDriver driver;
@@ -50,25 +43,6 @@ int printRefused(int k, bool isTold)
     const int result = session.printReceipt(1, false, endingLog);
     std::printf("result %d\n", result);
     return 0;
-}
-
-struct Ended
-{
-    QProcess::ExitStatus status;
-    QStringList lines;
-    QString errors;
-};
-
-Ended run(const QStringList& arguments)
-{
-    constexpr int longestMs = 60000;
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    if (!process.waitForFinished(longestMs))
-        qFatal("%s", qPrintable(process.errorString()));
-    return {process.exitStatus(),
-            QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts),
-            QString::fromUtf8(process.readAllStandardError())};
 }
 
 } // namespace
@@ -95,7 +69,7 @@ void TestReceiptEnd::refusedModeEndsTheProcess_data()
 void TestReceiptEnd::refusedModeEndsTheProcess()
 {
     QFETCH(const int, k);
-    const Ended ended = run({kRefusedCall, QString::number(k), "told"});
+    const Ended ended = runMyself({kRefusedCall, QString::number(k), "told"});
     QStringList expected;
     for (const auto& call : goodReceiptCalls("111", "01", {"0", "0"}).first(k))
         expected.append("call " + call);
@@ -109,7 +83,7 @@ void TestReceiptEnd::refusedModeEndsTheProcess()
 
 void TestReceiptEnd::endIsAbnormalByItself()
 {
-    const Ended ended = run({kRefusedCall, "4"});
+    const Ended ended = runMyself({kRefusedCall, "4"});
     QCOMPARE(ended.status, QProcess::CrashExit);
     QCOMPARE(ended.lines, QStringList());
     QCOMPARE(sanitizerReport(ended.errors), QString());
@@ -118,7 +92,7 @@ void TestReceiptEnd::endIsAbnormalByItself()
 void TestReceiptEnd::otherRefusalDoesNot()
 {
     for (const char* const k : {"2", "5"}) {
-        const Ended ended = run({kRefusedCall, k, "told"});
+        const Ended ended = runMyself({kRefusedCall, k, "told"});
         QCOMPARE(ended.status, QProcess::NormalExit);
         QCOMPARE(ended.lines, QStringList("result 255"));
         QCOMPARE(ended.errors, QString());

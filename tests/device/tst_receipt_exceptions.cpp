@@ -2,14 +2,6 @@
 
 #include <QTest>
 
-namespace {
-
-constexpr ReceiptOrder kEverything{.number = 1};
-constexpr ReceiptOrder kOnAnOldShift{
-    .number = 2, .isUpLoad = false, .isSessionClose = false, .isPortRelease = false, .isShiftTooOld = true};
-
-} // namespace
-
 /// Each driver call of the test receipt lets an exception of the driver's own out once.
 class TestReceiptExceptions : public QObject
 {
@@ -22,20 +14,19 @@ private slots:
 
 void TestReceiptExceptions::eachCallThrows_data()
 {
-    using Kind = ReceiptFault::Kind;
-    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<Failure>("failure");
     QTest::addColumn<bool>("isShiftOld");
-    QTest::newRow("standard") << Kind::Standard << false;
-    QTest::newRow("number") << Kind::Number << false;
-    QTest::newRow("with a closing report") << Kind::Standard << true;
+    QTest::newRow("standard") << Failure::Standard << false;
+    QTest::newRow("number") << Failure::Foreign << false;
+    QTest::newRow("with a closing report") << Failure::Standard << true;
 }
 
 void TestReceiptExceptions::eachCallThrows()
 {
-    QFETCH(const ReceiptFault::Kind, kind);
+    QFETCH(const Failure, failure);
     QFETCH(const bool, isShiftOld);
-    constexpr int between = 40;
-    const QString harm = harmOfFaults(isShiftOld ? kOnAnOldShift : kEverything, {.kind = kind}, between);
+    const QString harm =
+        harmOfFaults(isShiftOld ? kReceiptOnAnOldShift : kEverything, {.failure = failure}, kSeldom);
     QVERIFY2(harm.isEmpty(), qPrintable(harm));
 }
 

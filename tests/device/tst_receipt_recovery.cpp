@@ -1,16 +1,7 @@
 #include "device/receiptbench.h"
+#include "device/receiptcalls.h"
 
 #include <QTest>
-
-namespace {
-
-/// On a shift that has to be closed first, with none of the steps around the receipt.
-constexpr ReceiptOrder kReceiptAlone{
-    .number = 2, .isUpLoad = false, .isSessionClose = false, .isPortRelease = false, .isShiftTooOld = true};
-
-constexpr int kShiftIsTooOld = -3822;
-
-} // namespace
 
 /// Each driver call fails once of a receipt with a closing report in the middle.
 class TestReceiptRecovery : public QObject
@@ -27,7 +18,7 @@ void TestReceiptRecovery::reportIsPrintedBeforeTheReceipt()
 {
     EmulatedReceipt b;
     const auto before = b.device.state()["counters"].toObject();
-    const QString harm = b.harmOfGoodReceipt(kReceiptAlone);
+    const QString harm = b.harmOfGoodReceipt(kReceiptOnAnOldShift);
     QVERIFY2(harm.isEmpty(), qPrintable(harm));
     const auto after = b.device.state()["counters"].toObject();
     // The report and the receipt of the shift that follows it.
@@ -45,22 +36,20 @@ void TestReceiptRecovery::reportIsPrintedBeforeTheReceipt()
 
 void TestReceiptRecovery::eachCallFails_data()
 {
-    using Kind = ReceiptFault::Kind;
-    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<Failure>("failure");
     QTest::addColumn<int>("code");
     QTest::addColumn<int>("between");
-    constexpr int seldom = 40;
-    QTest::newRow("any code") << Kind::Code << kFailureCode << 1;
-    QTest::newRow("shift is too old") << Kind::Code << kShiftIsTooOld << seldom;
-    QTest::newRow("no code") << Kind::NoCode << 0 << seldom;
+    QTest::newRow("any code") << Failure::Coded << kFailureCode << 1;
+    QTest::newRow("shift is too old") << Failure::Coded << kShiftMustBeClosed << kSeldom;
+    QTest::newRow("no code") << Failure::Codeless << 0 << kSeldom;
 }
 
 void TestReceiptRecovery::eachCallFails()
 {
-    QFETCH(const ReceiptFault::Kind, kind);
+    QFETCH(const Failure, failure);
     QFETCH(const int, code);
     QFETCH(const int, between);
-    const QString harm = harmOfFaults(kReceiptAlone, {kind, code}, between);
+    const QString harm = harmOfFaults(kReceiptOnAnOldShift, {failure, code}, between);
     QVERIFY2(harm.isEmpty(), qPrintable(harm));
 }
 

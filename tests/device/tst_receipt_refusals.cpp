@@ -2,12 +2,6 @@
 
 #include <QTest>
 
-namespace {
-
-constexpr ReceiptOrder kEverything{.number = 1};
-
-} // namespace
-
 /// Each driver call of the whole command is refused once with a result code that says nothing: template, receipt, shift
 /// and port. After each of them the command works again.
 class TestReceiptRefusals : public QObject

@@ -48,7 +48,7 @@ SeenReport lookAt(QMessageBox& box)
     return {box.text(), document.toPlainText(), hasRed(*label)};
 }
 
-/// Both parts are to be sent; what a failure of one of them makes of the report.
+/// The program before an upload of both parts, either of which can be made to fail.
 struct ReportBench : TransferBench
 {
     ReportBench()

@@ -1,7 +1,8 @@
-#include "device/emulatedsession.h"
 #include "device/receiptcalls.h"
 
+#include "support/drivercalls.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
 #include <QTest>
 

@@ -1,8 +1,8 @@
 #include "device/receiptcalls.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 #include "workflows/connectionbench.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -95,9 +95,7 @@ struct ReceiptBench
     ReceiptBench()
     {
         showWindow(window);
-        KRD9IO.driverIface = &driver;
-        KRD9IO.fpaxWrapper.reset(new QLumFpax(&driver));
-        KRD9IO.driverLoaded = true;
+        takeDriver(KRD9IO, driver);
         driver.setText("getDeviceDescription", "Тавр 22Ф;проба");
         driver.setNumber("getSumm", 33);
         robot.takeBoxes();
@@ -256,7 +254,7 @@ void TestReceiptWindow::everyStep()
     QStringList calls = goodReceiptCalls("111", "01", {"8.25", "33"});
     if (isSessionClose) {
         lines += {"Закрытие смены отмечено - пробуем закрыть...", "Закрытие смены: OK"};
-        calls += {"setMode(3)", "enterMode()", "setReportType(1)", "makeReport()"};
+        calls += sessionCloseCalls();
     }
     if (isPortRelease) {
         lines += {"Закрытие порта отмечено - пробуем закрыть...", "Закрытие порта: OK"};

@@ -1,7 +1,8 @@
 #include "device/receiptbench.h"
 #include "device/receiptcalls.h"
+#include "support/ownprocess.h"
 
-#include <QProcess>
+#include <QApplication>
 #include <QTest>
 
 #include <cstdio>
@@ -11,7 +12,6 @@
 namespace {
 
 constexpr auto kPrint = "--print";
-constexpr ReceiptOrder kEverything{.number = 1};
 
 EmulatedReceipt* ending = nullptr;
 
@@ -62,31 +62,6 @@ int printRefused(int& argc, char** argv)
     return 0;
 }
 
-struct Ended
-{
-    QProcess::ExitStatus status;
-    int code;
-    QStringList lines;
-    QString errors;
-};
-
-Ended run(const QStringList& arguments)
-{
-    constexpr int longestMs = 120000;
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    if (!process.waitForFinished(longestMs))
-        qFatal("%s", qPrintable(process.errorString()));
-    return {process.exitStatus(), process.exitCode(),
-            QString::fromUtf8(process.readAllStandardOutput()).split(u'\n'),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-bool isSanitizerSilent(const QString& errors)
-{
-    return !errors.contains(u"Sanitizer") && !errors.contains(u"runtime error");
-}
-
 /// Of what the program told, the lines of this kind.
 QStringList linesOf(const Ended& ended, const char* what)
 {
@@ -125,9 +100,9 @@ void TestReceiptWindowEnd::refusedModeEndsTheProgram()
 {
     QFETCH(const int, k);
     QFETCH(const int, made);
-    const Ended ended = run({kPrint, QString::number(k), "told"});
+    const Ended ended = runMyself({kPrint, QString::number(k), "told"});
     QVERIFY2(ended.status == QProcess::CrashExit, qPrintable(ended.errors));
-    QVERIFY2(isSanitizerSilent(ended.errors), qPrintable(ended.errors));
+    QCOMPARE(sanitizerReport(ended.errors), QString());
     // On the spot: no call follows the refusal.
     const QStringList calls = linesOf(ended, "call");
     const QStringList receipt = goodReceiptCalls("111", "01", receiptSums()).first(made);
@@ -143,18 +118,19 @@ void TestReceiptWindowEnd::refusedModeEndsTheProgram()
 
 void TestReceiptWindowEnd::endIsAbnormalByItself()
 {
-    const Ended ended = run({kPrint, "4"});
+    const Ended ended = runMyself({kPrint, "4"});
     QCOMPARE(ended.status, QProcess::CrashExit);
-    QVERIFY2(isSanitizerSilent(ended.errors), qPrintable(ended.errors));
+    QCOMPARE(sanitizerReport(ended.errors), QString());
     QCOMPARE(linesOf(ended, "line"), QStringList());
 }
 
 void TestReceiptWindowEnd::refusalsBesideItDoNot()
 {
     for (const char* const k : {"2", "5"}) {
-        const Ended ended = run({kPrint, k, "told"});
+        const Ended ended = runMyself({kPrint, k, "told"});
         QVERIFY2(ended.status == QProcess::NormalExit, qPrintable(ended.errors));
         QCOMPARE(ended.code, 0);
+        QCOMPARE(sanitizerReport(ended.errors), QString());
         QCOMPARE(linesOf(ended, "line"), QStringList("Печать тестового чека завершена"));
     }
 }

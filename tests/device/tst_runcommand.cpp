@@ -14,23 +14,23 @@ using Bytes = QVector<unsigned char>;
 namespace {
 
 /// How a command ends: its answer or what it threw.
-struct Outcome
+struct Ending
 {
     Bytes answer;
     QString error; ///< null if nothing was thrown
 };
 
 template <typename Command>
-Outcome run(RecordingDriver& driver, const Command& command)
+Ending run(RecordingDriver& driver, const Command& command)
 {
     QLumFpax wrapper(&driver);
-    Outcome outcome;
+    Ending ending;
     try {
-        outcome.answer = wrapper.runCommand(command);
+        ending.answer = wrapper.runCommand(command);
     } catch (const Exception& error) {
-        outcome.error = error.whatQString();
+        ending.error = error.whatQString();
     }
-    return outcome;
+    return ending;
 }
 
 const Bytes kCommand = {0x51, 0x0a};
@@ -89,9 +89,9 @@ void TestRunCommand::bytesAreSentAsPairs()
     QFETCH(const QString, sent);
     RecordingDriver driver;
 
-    const Outcome outcome = run(driver, command);
+    const Ending ending = run(driver, command);
 
-    QVERIFY2(outcome.error.isNull(), qPrintable(outcome.error));
+    QVERIFY2(ending.error.isNull(), qPrintable(ending.error));
     QCOMPARE(driver.calls(), QStringList({"setCommandBuffer(\"" + sent + "\")", "execCommandBuffer()",
                                           "getAnswerBuffer(4096)"}));
 }
@@ -118,9 +118,9 @@ void TestRunCommand::digitsAreSentAsPairs()
     QFETCH(const QString, sent);
     RecordingDriver driver;
 
-    const Outcome outcome = run(driver, command.toStdString());
+    const Ending ending = run(driver, command.toStdString());
 
-    QVERIFY2(outcome.error.isNull(), qPrintable(outcome.error));
+    QVERIFY2(ending.error.isNull(), qPrintable(ending.error));
     QCOMPARE(driver.calls(), QStringList({"setCommandBuffer(\"" + sent + "\")", "execCommandBuffer()",
                                           "getAnswerBuffer(4096)"}));
 }
@@ -154,10 +154,10 @@ void TestRunCommand::answerBecomesBytes()
     RecordingDriver driver;
     driver.setText("getAnswerBuffer", answer);
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY2(outcome.error.isNull(), qPrintable(outcome.error));
-    QCOMPARE(outcome.answer, bytes);
+    QVERIFY2(ending.error.isNull(), qPrintable(ending.error));
+    QCOMPARE(ending.answer, bytes);
 }
 
 void TestRunCommand::longAnswerComesWhole()
@@ -171,9 +171,9 @@ void TestRunCommand::longAnswerComesWhole()
     }
     driver.setText("getAnswerBuffer", answer);
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY(outcome.answer == bytes);
+    QVERIFY(ending.answer == bytes);
     QCOMPARE(driver.calls(), QStringList({kSent, "execCommandBuffer()", "getAnswerBuffer(4096)",
                                           "getAnswerBuffer(" + QString::number(answer.size() + 1) + ")"}));
 }
@@ -184,10 +184,10 @@ void TestRunCommand::unreadAnswerIsOneZero()
     driver.setText("getAnswerBuffer", "51 0A");
     driver.answer("getAnswerBuffer", {-1, -3});
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY(outcome.error.isNull());
-    QCOMPARE(outcome.answer, Bytes{0});
+    QVERIFY(ending.error.isNull());
+    QCOMPARE(ending.answer, Bytes{0});
 }
 
 void TestRunCommand::answerIsReadInBothForms()
@@ -231,10 +231,10 @@ void TestRunCommand::refusedCommandWithoutACodeIsSent()
     driver.answer("setCommandBuffer", {-1, 0});
     driver.setText("getAnswerBuffer", "51");
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY(outcome.error.isNull());
-    QCOMPARE(outcome.answer, Bytes{0x51});
+    QVERIFY(ending.error.isNull());
+    QCOMPARE(ending.answer, Bytes{0x51});
     QCOMPARE(driver.calls(),
              QStringList({kSent, "getResultCode()", "execCommandBuffer()", "getAnswerBuffer(4096)"}));
 }
@@ -267,10 +267,10 @@ void TestRunCommand::otherCodesAreLeftToTheCaller()
     driver.answer("execCommandBuffer", {-1, code});
     driver.setText("getAnswerBuffer", "51 07");
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY2(outcome.error.isNull(), qPrintable(outcome.error));
-    QCOMPARE(outcome.answer, Bytes({0x51, 0x07}));
+    QVERIFY2(ending.error.isNull(), qPrintable(ending.error));
+    QCOMPARE(ending.answer, Bytes({0x51, 0x07}));
     QCOMPARE(driver.calls(),
              QStringList({kSent, "execCommandBuffer()", "getResultCode()", "getResultDescription(4096)",
                           "getBadParam()", "getResultCode()", "getAnswerBuffer(4096)"}));
@@ -286,10 +286,10 @@ void TestRunCommand::failureWithoutACodeIsNoFailure()
     driver.answer("execCommandBuffer", {-6, 0});
     driver.setText("getAnswerBuffer", "51");
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY(outcome.error.isNull());
-    QCOMPARE(outcome.answer, Bytes{0x51});
+    QVERIFY(ending.error.isNull());
+    QCOMPARE(ending.answer, Bytes{0x51});
     QCOMPARE(driver.calls(),
              QStringList({kSent, "execCommandBuffer()", "getResultCode()", "getAnswerBuffer(4096)"}));
 }
@@ -302,10 +302,10 @@ void TestRunCommand::codeThatCountsIsTheOneAfterTheFailure()
     driver.onCall("getBadParam", [&] { driver.resultCode = 0; });
     driver.setText("getAnswerBuffer", "51");
 
-    const Outcome outcome = run(driver, kCommand);
+    const Ending ending = run(driver, kCommand);
 
-    QVERIFY2(outcome.error.isNull(), qPrintable(outcome.error));
-    QCOMPARE(outcome.answer, Bytes{0x51});
+    QVERIFY2(ending.error.isNull(), qPrintable(ending.error));
+    QCOMPARE(ending.answer, Bytes{0x51});
 }
 
 void TestRunCommand::exceptionOfTheDriverPassesThrough()

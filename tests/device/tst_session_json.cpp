@@ -1,9 +1,14 @@
 #include "device/emulatedsession.h"
 
+#include "device/jsonfile.h"
 #include "device/utiljson.h"
+#include "support/jsontext.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
+#include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 
 using LUM::Fpax::Model;
@@ -75,6 +80,7 @@ private slots:
     void quotesAreNotEscaped();
     void newSettingsAreExact();
     void newSettingsHoldTheDefaults();
+    void whatStandsBehindTheSettingsDoesNotMatter();
 };
 
 void TestSessionJson::wrongTypesAreRefused_data()
@@ -239,6 +245,21 @@ void TestSessionJson::newSettingsHoldTheDefaults()
              QStringList({R"(setSingleSetting("Model", "63"))", R"(setSingleSetting("SearchDir", "/"))",
                           R"(setSingleSetting("Protocol", "3"))", R"(setSingleSetting("Port", "5"))",
                           R"(setSingleSetting("BaudRate", "115200"))", "applySingleSettings()"}));
+}
+
+void TestSessionJson::whatStandsBehindTheSettingsDoesNotMatter()
+{
+    // Settings that cannot be parsed would be replaced by new ones.
+    const QTemporaryDir dir;
+    QFile file(dir.filePath("settings.json"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("{\"port\": \"usb\"} }");
+    file.close();
+    Json::Value root;
+    QString errors;
+    QCOMPARE(JsonFile::read(file.fileName(), root, errors), JsonFile::Read);
+    QCOMPARE(root["port"].asString(), "usb");
+    QCOMPARE(errors, QString());
 }
 
 QTEST_GUILESS_MAIN(TestSessionJson)

@@ -76,6 +76,9 @@ void TestSessionOperations::portIsNotReleased()
     QCOMPARE(s.session.getStatus(), 1);
     s.device.fail("setDeviceEnabled", failure);
     QCOMPARE(s.session.releasePort(), result);
+    // It is open indeed.
+    s.device.dropFaults();
+    QVERIFY(s.session.driverIface->readStatus() >= 0);
     QVERIFY(s.session.portOpen);
 }
 

@@ -1,6 +1,8 @@
 #include "device/emulatedsession.h"
 
+#include "support/jsontext.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
 #include <QTest>
 
@@ -42,8 +44,8 @@ private slots:
     void unknownPortAppliesNothing();
     void refusedSettingStopsTheRest();
     void refusedApplicationChangesNothing();
-    void unchangedPortIsNotTakenOver_data();
-    void unchangedPortIsNotTakenOver();
+    void portThatIsNoOtherNumberIsNotTakenOver_data();
+    void portThatIsNoOtherNumberIsNotTakenOver();
     void changedPortIsTakenOver_data();
     void changedPortIsTakenOver();
     void portThatTheDriverDoesNotTellIsNotTakenOver();
@@ -220,7 +222,7 @@ void TestSessionSettings::refusedApplicationChangesNothing()
     QCOMPARE(s.device.state(), before);
 }
 
-void TestSessionSettings::unchangedPortIsNotTakenOver_data()
+void TestSessionSettings::portThatIsNoOtherNumberIsNotTakenOver_data()
 {
     QTest::addColumn<QString>("port");
     QTest::newRow("the same number") << "5";
@@ -235,7 +237,7 @@ void TestSessionSettings::unchangedPortIsNotTakenOver_data()
     QTest::newRow("empty") << "";
 }
 
-void TestSessionSettings::unchangedPortIsNotTakenOver()
+void TestSessionSettings::portThatIsNoOtherNumberIsNotTakenOver()
 {
     QFETCH(const QString, port);
     EmulatedSession s;

@@ -1,6 +1,8 @@
 #include "device/emulatedsession.h"
 
+#include "support/drivercalls.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
 #include <QTest>
 
@@ -8,7 +10,6 @@ namespace {
 
 const QStringList kVersionCalls{"getUnitVersionMajor(4096)", "getUnitVersionMinor(4096)",
                                 "getUnitVersionBuild(4096)"};
-const QStringList kDiagnosis{"getResultCode()", "getResultDescription(4096)", "getBadParam()"};
 
 /// Everything up to the version of the firmware unit.
 QStringList callsToTheFirmware()
@@ -32,6 +33,7 @@ const QJsonObject kDevice{{"model", 67},          {"modelName", "Тавр 11Ф"}
 
 } // namespace
 
+/// The session knows no device, whatever it keeps of the states.
 #define VERIFY_NOTHING_KNOWN(session)                                                                        \
     do {                                                                                                     \
         QVERIFY(!(session).connected);                                                                       \

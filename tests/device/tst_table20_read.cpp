@@ -1,9 +1,8 @@
-#include "device/emulatedsession.h"
 #include "device/tablescript.h"
+#include "support/jsontext.h"
+#include "support/takedriver.h"
 
 #include <QTest>
-
-#include <stdexcept>
 
 namespace {
 
@@ -511,9 +510,7 @@ void TestTable20Read::exceptionOfTheDriverEndsTheReading()
         bench.device.onCall(operation, [&bench, isStandard] {
             if (bench.device.count("setCommandBuffer") < 4)
                 return;
-            if (isStandard)
-                throw std::runtime_error("broken");
-            throw 42;
+            throwOut(isStandard);
         });
         QCOMPARE(bench.read(), 255);
         QCOMPARE(bench.stop, 2);

@@ -21,8 +21,8 @@ private slots:
     void everyParamGoesToItsMember();
     void rowHasTwoBytes_data();
     void rowHasTwoBytes();
-    void signInTheRowIsNoDigit_data();
-    void signInTheRowIsNoDigit();
+    void minusInTheRowIsNoDigit_data();
+    void minusInTheRowIsNoDigit();
 
     void listWithoutHeadsTakesTheCatalogue();
     void wholeCatalogueComesButForTheLastName();
@@ -179,16 +179,17 @@ void TestTable20Window::rowHasTwoBytes()
     QCOMPARE(m_session->log.takeNew(), QStringList());
 }
 
-void TestTable20Window::signInTheRowIsNoDigit_data()
+void TestTable20Window::minusInTheRowIsNoDigit_data()
 {
     QTest::addColumn<QString>("digits");
     QTest::addColumn<int>("row");
     QTest::newRow("low byte") << "-100" << 0;
     QTest::newRow("high byte") << "05-1" << 5;
     QTest::newRow("both") << "-1-1" << 0;
+    QTest::newRow("plus, which is one") << "+500" << 5;
 }
 
-void TestTable20Window::signInTheRowIsNoDigit()
+void TestTable20Window::minusInTheRowIsNoDigit()
 {
     QFETCH(const QString, digits);
     QFETCH(const int, row);

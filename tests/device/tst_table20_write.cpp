@@ -1,9 +1,8 @@
-#include "device/emulatedsession.h"
 #include "device/tablescript.h"
+#include "support/jsontext.h"
+#include "support/takedriver.h"
 
 #include <QTest>
-
-#include <stdexcept>
 
 namespace {
 
@@ -126,7 +125,6 @@ void TestTable20Write::commandIsMadeOfTheRecord()
     Bench bench;
     QCOMPARE(bench.write(listOf({record})), 0);
     QCOMPARE(bench.device.commands(), QStringList{command});
-    QCOMPARE(bench.device.lastText("setCommandBuffer").left(command.size() + 1).trimmed(), command);
 }
 
 void TestTable20Write::headsAreSkipped()
@@ -257,9 +255,7 @@ void TestTable20Write::exceptionOfTheDriverEndsTheWriting()
         bench.device.onCall(operation, [&bench, operation, isStandard] {
             if (bench.device.count(operation) < 2)
                 return;
-            if (isStandard)
-                throw std::runtime_error("broken");
-            throw 42;
+            throwOut(isStandard);
         });
         QCOMPARE(bench.write(rows({"1", "2", "3"})), 255);
         QCOMPARE(bench.device.commands(), (QStringList{kSent, kSent}));

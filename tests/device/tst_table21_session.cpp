@@ -1,9 +1,9 @@
-#include "device/emulatedsession.h"
+#include "support/drivercalls.h"
 #include "support/recordingdriver.h"
+#include "support/takedriver.h"
 
 #include <QTest>
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -41,6 +41,7 @@ private:
     QStringList m_lines;
 };
 
+/// A session before a device with these free lines.
 struct Bench
 {
     explicit Bench(const QStringList& lines = {})
@@ -54,7 +55,6 @@ struct Bench
 };
 
 const QStringList kPreparation{"setDeviceEnabled(1)", "setMode(4)", "enterMode()", "setTableNumber(21)"};
-const QStringList kDiagnosis{"getResultCode()", "getResultDescription(4096)", "getBadParam()"};
 
 QStringList readCalls(int row)
 {
@@ -89,11 +89,6 @@ QStringList goodWriting()
 }
 
 const QStringList kTwoLines{"Первая", ""};
-
-bool isGetter(const QString& call)
-{
-    return call.startsWith(u"get");
-}
 
 /// A driver that refuses no row, and keeps no record.
 class EndlessLines : public RecordingDriver
@@ -247,14 +242,12 @@ void TestTable21Session::exceptionOfTheDriverFailsTheReading()
         for (int k = 1; k <= good.size(); ++k) {
             Bench bench(kTwoLines);
             const QString call = good.at(k - 1);
-            const QString operation = call.left(call.indexOf(u'('));
+            const QString operation = operationOf(call);
             const qsizetype n = good.first(k).count(call);
             bench.device.onCall(operation, [&bench, operation, call, n, isStandard] {
                 if (bench.device.callsOf(operation).count(call) < n)
                     return;
-                if (isStandard)
-                    throw std::runtime_error("broken");
-                throw 42;
+                throwOut(isStandard);
             });
             QStringList lines{"old"};
             QCOMPARE(bench.session.readTable21(lines), 255);
@@ -382,14 +375,12 @@ void TestTable21Session::exceptionOfTheDriverFailsTheWriting()
         for (int k = 1; k <= good.size(); ++k) {
             Bench bench;
             const QString call = good.at(k - 1);
-            const QString operation = call.left(call.indexOf(u'('));
+            const QString operation = operationOf(call);
             const qsizetype n = good.first(k).count(call);
             bench.device.onCall(operation, [&bench, operation, call, n, isStandard] {
                 if (bench.device.callsOf(operation).count(call) < n)
                     return;
-                if (isStandard)
-                    throw std::runtime_error("broken");
-                throw 42;
+                throwOut(isStandard);
             });
             QCOMPARE(bench.session.writeTable21(kTwoLines), 255);
             QCOMPARE(bench.device.calls(), good.first(k));

@@ -1,3 +1,4 @@
+#include "device/throwntext.h"
 #include "support/recordingdriver.h"
 
 #include "device/exception.h"
@@ -6,29 +7,10 @@
 #include <QTest>
 
 #include <climits>
-#include <functional>
 #include <stdexcept>
 #include <type_traits>
-#include <typeinfo>
 
 using LUM::Fpax::IFpax;
-
-namespace {
-
-/// The text of the Exception that comes out of this, a null string if none does.
-QString thrownText(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const Exception& error) {
-        if (typeid(error) == typeid(Exception))
-            return error.whatQString();
-        return QStringLiteral("an exception of another type: ") + error.whatQString();
-    }
-    return {};
-}
-
-} // namespace
 
 /// The exceptions of the device layer, and the way from a bad status to one of them.
 class TestWrapperErrors : public QObject

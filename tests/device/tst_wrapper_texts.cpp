@@ -289,7 +289,7 @@ void TestWrapperTexts::lengthBeyondAllReasonIsNothing_data()
     QTest::addColumn<int>("wayNumber");
     QTest::addColumn<int>("length");
     for (const Way way : {Way::Buffer, Way::Setting, Way::Mapping}) {
-        for (const int length : {INT_MAX, INT_MAX - 1, INT_MAX / 4}) {
+        for (const int length : {INT_MAX, INT_MAX - 1, INT_MAX / 4, (1 << 24) + 1}) {
             const QString name = getterOf(way) + u' ' + QString::number(length);
             QTest::newRow(qPrintable(name)) << static_cast<int>(way) << length;
         }

@@ -1,3 +1,4 @@
+#include "device/throwntext.h"
 #include "support/recordingdriver.h"
 
 #include "device/qlumfpax.h"
@@ -232,14 +233,8 @@ void TestWrappers::badStatusWithACodeThrows()
     driver.setText("getResultDescription", "Неверный режим");
     QLumFpax wrapper(&driver);
 
-    QString text;
-    try {
-        checked.run(wrapper);
-    } catch (const Exception& error) {
-        text = error.whatQString();
-    }
+    QCOMPARE(thrownText([&] { checked.run(wrapper); }), QString("[-11] Неверный режим"));
 
-    QCOMPARE(text, QString("[-11] Неверный режим"));
     QCOMPARE(driver.count(checked.operation), 1);
 }
 

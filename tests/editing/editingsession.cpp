@@ -1,10 +1,10 @@
 #include "editing/editingsession.h"
 
+#include "support/namedparams.h"
+
 #include <QAbstractButton>
 #include <QGraphicsProxyWidget>
 #include <QTest>
-
-#include <iterator>
 
 namespace {
 
@@ -12,31 +12,11 @@ using T20Item = BD_T20Items::T20Item;
 
 QStringList recordLines(int key, const T20Item& item)
 {
-    const std::pair<const char*, int> numbers[] = {{"Type", item.Type},
-                                                   {"Block", item.Block},
-                                                   {"Font", item.Font},
-                                                   {"X2X", item.X2X},
-                                                   {"X2Y", item.X2Y},
-                                                   {"PoleFlags", item.PoleFlags},
-                                                   {"LineGap", item.LineGap},
-                                                   {"Line", item.Line},
-                                                   {"X", item.X},
-                                                   {"Size", item.Size},
-                                                   {"DropIfZero", item.DropIfZero},
-                                                   {"PressRight", item.PressRight},
-                                                   {"Expand", item.Expand},
-                                                   {"CutToWidth", item.CutToWidth},
-                                                   {"MaskMode", item.MaskMode},
-                                                   {"FractFormat", item.FractFormat},
-                                                   {"Brightness", item.Brightness},
-                                                   {"AlignInPole", item.AlignInPole},
-                                                   {"AlignOnTape", item.AlignOnTape},
-                                                   {"TailChar", item.TailChar},
-                                                   {"FA_NEED", item.FA_NEED ? 1 : 0}};
     const QString start = QString::number(key) + u'.';
-    QStringList lines;
-    for (const auto& [name, number] : numbers)
-        lines.append(start + QLatin1String(name) + u'=' + QString::number(number));
+    QStringList lines{start + QLatin1String("Type=") + QString::number(item.Type)};
+    for (const auto& [name, param] : records::kParams)
+        lines.append(start + QLatin1String(name) + u'=' + QString::number(item.*param));
+    lines.append(start + QLatin1String("FA_NEED=") + QString::number(item.FA_NEED ? 1 : 0));
     lines.append(start + QLatin1String("BL_MASK=") + QString::number(item.BL_MASK));
     lines.append(start + QLatin1String("Desc=") + item.Desc);
     lines.append(start + QLatin1String("DescView=") + item.DescView);
@@ -46,7 +26,6 @@ QStringList recordLines(int key, const T20Item& item)
 } // namespace
 
 EditingSession::EditingSession(const QList<FieldRow>& fields)
-    : probe(window)
 {
     showAndStart(window);
     open(fields);
@@ -54,7 +33,7 @@ EditingSession::EditingSession(const QList<FieldRow>& fields)
 
 void EditingSession::open(const QList<FieldRow>& fields)
 {
-    openTemplate(window, robot, write(fields));
+    Session::open(write(fields));
     if (!probe.maket().getShablonLoaded())
         qFatal("the template is refused: %s", qPrintable(robot.takeTexts().join(u'|')));
     activate();

@@ -1,18 +1,14 @@
 #pragma once
 
-#include "app/mainwindow.h"
-#include "support/dialogrobot.h"
-#include "support/templatefile.h"
-#include "support/usersteps.h"
-#include "support/windowprobe.h"
+#include "support/session.h"
 
 #include <QMap>
 #include <QStringList>
 
 class QGraphicsProxyWidget;
 
-/// A window that shows a template, with somebody to answer its boxes.
-class EditingSession
+/// A user before a window that shows a template and whose timer loops run.
+class EditingSession : public Session
 {
 public:
     using Records = QMap<int, BD_T20Items::T20Item>;
@@ -38,13 +34,8 @@ public:
     /// Waits until the selection loop has nothing left to do.
     void settle();
 
-    /// The "+" or "-" button on the scene.
+    /// The "+" or "-" button on the scene; null if there is none.
     QGraphicsProxyWidget* lineButton(const QString& text) const;
-
-    ProgramDir dir;
-    DialogRobot robot;
-    MainWindow window;
-    WindowProbe probe;
 
 private:
     int m_files = 0;

@@ -1,9 +1,11 @@
-#include "rulesbench.h"
+#include "editing/rulesbench.h"
 
+#include "editing/fieldlistlook.h"
+#include "editing/fieldsteps.h"
+#include "editing/tablerows.h"
 #include "support/namedparams.h"
 #include "support/tablesteps.h"
 
-#include <QGroupBox>
 #include <QListWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -100,6 +102,28 @@ Edit Edit::number(int mode, int row, int from, int to, const QString& change)
     return {mode, row, QString::number(from), from, QString::number(to), to, change};
 }
 
+Edit positionEdit(int from, int to)
+{
+    return Edit::number(1, kPositionRow, from, to, QStringLiteral("1.X %1>%2").arg(from).arg(to));
+}
+
+FieldRow other(int line, int x, int size)
+{
+    return {.line = line, .x = x, .size = size, .desc = QStringLiteral("Другое: %1 %2").arg(line).arg(x)};
+}
+
+FieldRow unplaced()
+{
+    return {.block = 9, .size = 0, .desc = QStringLiteral("Запас: поле")};
+}
+
+void addBothPicks()
+{
+    QTest::addColumn<int>("size");
+    QTest::newRow("picked on the tape") << 4;
+    QTest::newRow("picked in the list") << 0;
+}
+
 QStringList callLines(int mode, int row, const QString& text, int value, int worked)
 {
     return differLine(text, value) + QStringList{changedLine(mode, row, text, worked)};
@@ -192,14 +216,15 @@ RulesBench::RulesBench()
     qApp->installEventFilter(this);
     // After the window's own slot, which is connected first.
     connect(propertyTable(m_window), &QTableWidget::cellChanged, this, &RulesBench::noteCall);
-    connect(named<QListWidget>(m_window, "listWidget")->model(), &QAbstractItemModel::modelReset, this,
-            [this] { ++m_refills; });
+    connect(fieldList(m_window)->model(), &QAbstractItemModel::modelReset, this, [this] { ++m_refills; });
 }
 
 RulesBench::~RulesBench()
 {
-    // The window processes events on its way out.
-    disconnect(propertyTable(m_window), nullptr, this, nullptr);
+    // The window processes events on its way out, when the members after it are gone.
+    qApp->removeEventFilter(this);
+    propertyTable(m_window)->disconnect(this);
+    fieldList(m_window)->model()->disconnect(this);
 }
 
 bool RulesBench::eventFilter(QObject* watched, QEvent* event)
@@ -233,15 +258,16 @@ void RulesBench::openFile(const QString& path)
 
 void RulesBench::pick(int key, int mode)
 {
-    if (record(key).Size > 0)
-        pickPole(m_window, key);
-    else
-        pickInList(m_window, record(key).Desc);
+    watch();
+    pickField(m_window, key);
     if (mode != m_mode)
         clickButton(m_window, mode == 1 ? "btnSetSetModePoz" : "btnSetSetModeView");
     m_mode = mode;
     QTRY_VERIFY(m_probe.isSettled());
     QCOMPARE(propertyTable(m_window)->rowCount(), mode == 1 ? 12 : 8);
+    const Outcome seen = outcome();
+    QCOMPARE(seen.changes, QStringList());
+    QCOMPARE(seen.warnings, QStringList());
     watch();
 }
 
@@ -275,7 +301,7 @@ void RulesBench::openAndLeave(int row)
     watch();
     QWidget* const editor = openEditor(m_window, row);
     QVERIFY(editor != nullptr);
-    pressEnter(m_window, editor);
+    pressEnter(editor);
     settle();
 }
 
@@ -316,18 +342,15 @@ void RulesBench::noteCall(int row, int column)
         m_appliedOnCall = static_cast<int>(m_cells.size());
 }
 
-QStringList RulesBench::listTexts()
+void checkLeftAlone(RulesBench& bench, int row, const QString& state)
 {
-    auto* const list = named<QListWidget>(m_window, "listWidget");
-    QStringList texts;
-    for (int i = 0; i < list->count(); ++i)
-        texts.append(list->item(i)->text());
-    return texts;
-}
-
-QString RulesBench::listTitle()
-{
-    return named<QGroupBox>(m_window, "grBoxFilter")->title();
+    bench.openAndLeave(row);
+    const Outcome outcome = bench.outcome();
+    QCOMPARE(outcome.changes, QStringList());
+    QCOMPARE(outcome.warnings, QStringList());
+    QVERIFY(!outcome.log.contains(QStringLiteral("Scene cleared!")));
+    QCOMPARE(outcome.refills, 0);
+    QCOMPARE(cellState(bench.window(), row), state);
 }
 
 RulesBench& SharedBench::get()

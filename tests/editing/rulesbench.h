@@ -48,6 +48,9 @@ struct Edit
     static Edit number(int mode, int row, int from, int to, const QString& change = {});
 };
 
+/// An edit of the position of the field 1.
+Edit positionEdit(int from, int to);
+
 /// What one call of the change handler logs outside the block row.
 QStringList callLines(int mode, int row, const QString& text, int value, int worked);
 
@@ -69,6 +72,15 @@ Outcome refusedByValue(const Edit& edit, const QString& warning);
 /// What a refused edit of the block row leaves.
 Outcome refusedBlock(const Edit& edit, const QString& warning);
 
+/// A small field that gives a line or takes a cell.
+FieldRow other(int line, int x, int size = 3);
+
+/// A field without a place, so that the list is never empty.
+FieldRow unplaced();
+
+/// Adds a column with the size of the field under test, which decides how it is picked, and a row for each way.
+void addBothPicks();
+
 /// A window with a template, a user at its property table, and a look at all that an edit there does.
 class RulesBench : public QObject
 {
@@ -89,7 +101,8 @@ public:
     /// Opens the template file `path`.
     void openFile(const QString& path);
 
-    /// Picks the field, on the tape if it is placed and else in the list, and shows its properties in `mode`.
+    /// Picks the field, on the tape if it is placed and else in the list, and shows its properties in `mode`; a pick
+    /// changes no record and opens no box.
     void pick(int key, int mode = 1);
 
     /// Forgets what has been seen so far: outcome() tells what follows.
@@ -113,12 +126,6 @@ public:
     /// On which call of the handler the records changed first; 0 if they did not.
     int appliedOnCall() const { return m_appliedOnCall; }
 
-    /// The lines of the field list.
-    QStringList listTexts();
-
-    /// The title of the field list.
-    QString listTitle();
-
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -138,6 +145,9 @@ private:
     int m_turns = 0;
     int m_mode = 1;
 };
+
+/// Opens the editor of `row` and leaves it at once: the cell is then as `state` tells, and nothing else has happened.
+void checkLeftAlone(RulesBench& bench, int row, const QString& state);
 
 /// One bench for all test functions of a class, as long as none of them fails.
 class SharedBench

@@ -1,14 +1,14 @@
 #include "editing/editingsession.h"
+#include "editing/fieldsteps.h"
+#include "editing/refusals.h"
+#include "editing/tablerows.h"
 #include "editing/trapsteps.h"
 #include "support/tablesteps.h"
 
-#include <QComboBox>
 #include <QGraphicsItem>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPointer>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
 
@@ -18,16 +18,6 @@
 namespace {
 
 using Step = std::function<void(EditingSession&)>;
-
-constexpr int kLineRow = 1;
-constexpr int kPositionRow = 2;
-constexpr int kSizeRow = 3;
-
-const QString& noSuchLine()
-{
-    static const QString text = QStringLiteral("Нет такой строки!");
-    return text;
-}
 
 /// Turns the selection over between the fields 1 and 2; true once the loop has followed a few times.
 class LoopTurns
@@ -74,7 +64,7 @@ QList<Meanwhile> meanwhiles()
              lineItem(s.window, 1, 2)->setSelected(true);
          },
          [](EditingSession& s) { return propertyTable(s.window)->rowCount() == 4; }},
-        {"the selection ends",
+        {"a field of the redrawn tape is selected",
          [](EditingSession& s) {
              selectPole(s, 1);
              s.probe.scene().clearSelection();
@@ -107,6 +97,16 @@ QList<Meanwhile> meanwhiles()
     };
 }
 
+/// Opens `fields` anew, shows where the field `key` stands, and has `meanwhile` happen while the next box is open.
+void prepare(EditingSession& session, const QList<FieldRow>& fields, int key, const Meanwhile& meanwhile)
+{
+    session.open(fields);
+    pickField(session.window, key);
+    if (propertyTable(session.window)->rowCount() != 12)
+        clickButton(session.window, "btnSetSetModePoz");
+    session.robot.whileBoxIsOpen([&] { meanwhile.act(session); }, [&] { return meanwhile.isOver(session); });
+}
+
 } // namespace
 
 class tst_BoxTraps : public QObject
@@ -127,12 +127,10 @@ void tst_BoxTraps::refusalByEnter_data()
     QTest::addColumn<int>("row");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("message");
-    QTest::newRow("block") << 3 << 0 << QStringLiteral("Шапка чека")
-                           << QStringLiteral("Поле не может находиться в данном блоке!");
-    QTest::newRow("line") << 7 << kLineRow << QStringLiteral("50") << noSuchLine();
-    QTest::newRow("position") << 3 << kPositionRow << QStringLiteral("20")
-                              << QStringLiteral("Ячейка уже занята!");
-    QTest::newRow("size") << 8 << kSizeRow << QStringLiteral("5") << QStringLiteral("Ячейка уже занята!");
+    QTest::newRow("block") << 3 << int(kBlockRow) << QStringLiteral("Шапка чека") << kForbidden;
+    QTest::newRow("line") << 7 << int(kLineRow) << QStringLiteral("50") << kNoLine;
+    QTest::newRow("position") << 3 << int(kPositionRow) << QStringLiteral("20") << kTaken;
+    QTest::newRow("size") << 8 << int(kSizeRow) << QStringLiteral("5") << kTaken;
 }
 
 void tst_BoxTraps::refusalByEnter()
@@ -144,18 +142,9 @@ void tst_BoxTraps::refusalByEnter()
     EditingSession session(workFields());
     const auto before = session.records();
     for (const auto& meanwhile : meanwhiles()) {
-        session.open(workFields());
-        if (key == 8)
-            pickInList(session.window, QStringLiteral("Налог: ставка"));
-        else
-            pickPole(session.window, key);
-        if (propertyTable(session.window)->rowCount() != 12)
-            clickButton(session.window, "btnSetSetModePoz");
-        session.robot.whileBoxIsOpen([&] { meanwhile.act(session); },
-                                     [&] { return meanwhile.isOver(session); });
-        const QPointer<QWidget> editor(row == 0 ? static_cast<QWidget*>(chooseIn(session, row, text).data())
-                                                : typeInto(session, row, text).data());
-        pressEnter(session.window, editor);
+        prepare(session, workFields(), key, meanwhile);
+        const auto editor = fillIn(session.window, row, text);
+        pressEnter(editor);
         QVERIFY2(session.robot.takeTexts() == QStringList{message}, meanwhile.name);
         waitForLoop(session);
         QVERIFY2(editor.isNull(), meanwhile.name);
@@ -169,15 +158,10 @@ void tst_BoxTraps::refusalByClickingElsewhere()
     EditingSession session(workFields());
     const auto before = session.records();
     for (const auto& meanwhile : meanwhiles()) {
-        session.open(workFields());
-        pickPole(session.window, 7);
-        if (propertyTable(session.window)->rowCount() != 12)
-            clickButton(session.window, "btnSetSetModePoz");
-        session.robot.whileBoxIsOpen([&] { meanwhile.act(session); },
-                                     [&] { return meanwhile.isOver(session); });
-        const QPointer<QWidget> editor(typeInto(session, kLineRow, QStringLiteral("50")).data());
+        prepare(session, workFields(), 7, meanwhile);
+        const auto editor = fillIn(session.window, kLineRow, QStringLiteral("50"));
         QTest::mouseClick(named<QLineEdit>(session.window, "lePolesFilterStr"), Qt::LeftButton);
-        QVERIFY2(session.robot.takeTexts() == QStringList{noSuchLine()}, meanwhile.name);
+        QVERIFY2(session.robot.takeTexts() == QStringList{kNoLine}, meanwhile.name);
         waitForLoop(session);
         QVERIFY2(editor.isNull(), meanwhile.name);
         QVERIFY2(session.changesSince(before).isEmpty(), meanwhile.name);
@@ -192,17 +176,10 @@ void tst_BoxTraps::reportOfAMovedField()
     EditingSession session(fields);
     const auto before = session.records();
     for (const auto& meanwhile : meanwhiles()) {
-        session.open(fields);
-        pickPole(session.window, 4);
-        if (propertyTable(session.window)->rowCount() != 12)
-            clickButton(session.window, "btnSetSetModePoz");
-        session.robot.whileBoxIsOpen([&] { meanwhile.act(session); },
-                                     [&] { return meanwhile.isOver(session); });
-        const auto editor = chooseIn(session, 0, QStringLiteral("Сторно оплаты"));
-        pressEnter(session.window, editor);
-        QVERIFY2(session.robot.takeTexts() ==
-                     QStringList{QStringLiteral("Ячейка в новом блоке занята - поле помещено в ячейку 21!")},
-                 meanwhile.name);
+        prepare(session, fields, 4, meanwhile);
+        const auto editor = fillIn(session.window, kBlockRow, QStringLiteral("Сторно оплаты"));
+        pressEnter(editor);
+        QVERIFY2(session.robot.takeTexts() == QStringList{pushedTo(21)}, meanwhile.name);
         waitForLoop(session);
         QVERIFY2(editor.isNull(), meanwhile.name);
         QVERIFY2((session.changesSince(before) ==
@@ -219,14 +196,14 @@ void tst_BoxTraps::boxStaysOpenForManyTurns()
 {
     EditingSession session(workFields());
     const auto before = session.records();
-    const auto logged = session.probe.log().size();
     pickPole(session.window, 7);
+    const auto logged = session.probe.log().size();
     const auto turns = std::make_shared<LoopTurns>(session);
     session.robot.whileBoxIsOpen({}, [turns] { return (*turns)(); });
     typeNumber(session.window, kLineRow, QStringLiteral("50"));
-    QCOMPARE(session.robot.takeTexts(), QStringList{noSuchLine()});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kNoLine});
     waitForLoop(session);
-    QVERIFY(logSince(session.window, logged).filter(QStringLiteral("new selItem")).size() >= 4);
+    QCOMPARE(logSince(session.window, logged).filter(QStringLiteral("new selItem")).size(), 4);
     QCOMPARE(session.changesSince(before), QStringList());
     checkTableTellsTheTruth(session);
 }

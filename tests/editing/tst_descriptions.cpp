@@ -1,4 +1,6 @@
 #include "editing/editingsession.h"
+#include "editing/fieldlistlook.h"
+#include "editing/tablerows.h"
 #include "editing/trapsteps.h"
 #include "support/expectedscene.h"
 #include "support/tablesteps.h"
@@ -7,7 +9,6 @@
 #include <QCheckBox>
 #include <QGraphicsItem>
 #include <QGraphicsView>
-#include <QGroupBox>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -20,39 +21,7 @@
 
 namespace {
 
-constexpr int kLineRow = 1;
-constexpr int kSizeRow = 3;
 const QString kTwin = QStringLiteral("Двойник: поле");
-
-QListWidget* listOf(EditingSession& session)
-{
-    return named<QListWidget>(session.window, "listWidget");
-}
-
-QStringList linesOf(EditingSession& session)
-{
-    QStringList lines;
-    for (int row = 0; row < listOf(session)->count(); ++row)
-        lines.append(listOf(session)->item(row)->text());
-    return lines;
-}
-
-QString titleOf(EditingSession& session)
-{
-    return named<QGroupBox>(session.window, "grBoxFilter")->title();
-}
-
-QString shownDesc(EditingSession& session)
-{
-    return named<QLineEdit>(session.window, "lePoleDesc")->text();
-}
-
-void clickLine(EditingSession& session, int row)
-{
-    QListWidget* const list = listOf(session);
-    list->scrollToItem(list->item(row));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
-}
 
 /// Lets the pointer rest at `at` of `widget` and returns the tool tip that this gives.
 QString toolTipAt(QWidget* widget, const QPoint& at)
@@ -220,26 +189,26 @@ void tst_Descriptions::tapeShowsPairsByTheirKeys()
 void tst_Descriptions::listShowsPairsLineByLine()
 {
     EditingSession session(pairs());
-    QCOMPARE(linesOf(session), (QStringList{QString(), kTwin}));
-    QCOMPARE(titleOf(session), QStringLiteral("Фильтр полей [2 из 5]"));
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), kTwin}));
+    QCOMPARE(listTitle(session.window), QStringLiteral("Фильтр полей [2 из 5]"));
     clickButton(session.window, "btnFiltrShowAll");
-    QCOMPARE(linesOf(session),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("На ленте: поле"), QString(), QString(), kTwin, kTwin}));
-    QCOMPARE(titleOf(session), QStringLiteral("Фильтр полей [5 из 5]"));
+    QCOMPARE(listTitle(session.window), QStringLiteral("Фильтр полей [5 из 5]"));
 }
 
 void tst_Descriptions::lineOfAPairPicksTheLowestKey()
 {
     EditingSession session(pairs());
     const auto before = session.records();
-    clickLine(session, 0);
+    clickListLine(session.window, 0);
     QCOMPARE(session.probe.curKey(), 2);
     QCOMPARE(session.probe.curItem(), nullptr);
-    QCOMPARE(shownDesc(session), QString());
+    QCOMPARE(shownDesc(session.window), QString());
     QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("5|5|false"));
-    clickLine(session, 1);
+    clickListLine(session.window, 1);
     QCOMPARE(session.probe.curKey(), 4);
-    QCOMPARE(shownDesc(session), kTwin);
+    QCOMPARE(shownDesc(session.window), kTwin);
     QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("6|6|false"));
     session.settle();
     typeNumber(session.window, 2, QStringLiteral("44"));
@@ -251,13 +220,13 @@ void tst_Descriptions::lineOfAPairPicksTheFieldOnTheTape()
     // The line stands for the key that is not placed, its text for the lower one, which is.
     EditingSession session(turnedPairs());
     const auto before = session.records();
-    QCOMPARE(linesOf(session), (QStringList{QString(), kTwin}));
-    clickLine(session, 0);
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), kTwin}));
+    clickListLine(session.window, 0);
     QTRY_COMPARE(session.probe.curItem(), poleItem(session.window, 2));
     QCOMPARE(session.probe.curKey(), 0);
-    QCOMPARE(shownDesc(session), QString());
+    QCOMPARE(shownDesc(session.window), QString());
     QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("2|2|false"));
-    clickLine(session, 1);
+    clickListLine(session.window, 1);
     QTRY_COMPARE(session.probe.curItem(), poleItem(session.window, 4));
     QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("3|3|false"));
     typeNumber(session.window, kSizeRow, QStringLiteral("12"));
@@ -271,9 +240,9 @@ void tst_Descriptions::twoLinesOfAPairPickTheSameField()
         field.size = field.desc.startsWith(QStringLiteral("На")) ? 10 : 0;
     EditingSession session(fields);
     const auto before = session.records();
-    QCOMPARE(linesOf(session), (QStringList{QString(), QString(), kTwin, kTwin}));
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), QString(), kTwin, kTwin}));
     for (const int row : {0, 1, 2, 3, 1}) {
-        clickLine(session, row);
+        clickListLine(session.window, row);
         QCOMPARE(session.probe.curKey(), row < 2 ? 2 : 4);
         QCOMPARE(cellState(session.window, kLineRow),
                  row < 2 ? QStringLiteral("5|5|false") : QStringLiteral("6|6|false"));
@@ -287,33 +256,32 @@ void tst_Descriptions::fieldOnTheTapeIsPickedByItself()
     EditingSession session(pairs());
     const auto before = session.records();
     pickPole(session.window, 3);
-    QCOMPARE(shownDesc(session), QString());
+    QCOMPARE(shownDesc(session.window), QString());
     QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("2|2|false"));
     QCOMPARE(cellState(session.window, kSizeRow), QStringLiteral("8|8|false"));
     clickButton(session.window, "btnPoleDel");
     session.settle();
     QCOMPARE(session.changesSince(before), QStringList{QStringLiteral("3.Size=0")});
-    QCOMPARE(linesOf(session), (QStringList{QString(), QString(), kTwin}));
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), QString(), kTwin}));
 
     pickPole(session.window, 5);
-    QCOMPARE(shownDesc(session), kTwin);
+    QCOMPARE(shownDesc(session.window), kTwin);
     QCOMPARE(cellState(session.window, kSizeRow), QStringLiteral("9|9|false"));
     typeNumber(session.window, kSizeRow, QStringLiteral("0"));
     session.settle();
     QCOMPARE(session.changesSince(before),
              (QStringList{QStringLiteral("3.Size=0"), QStringLiteral("5.Size=0")}));
-    QCOMPARE(linesOf(session), (QStringList{QString(), QString(), kTwin, kTwin}));
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), QString(), kTwin, kTwin}));
 }
 
 void tst_Descriptions::filterMeetsEmptyDescriptions()
 {
     EditingSession session(pairs());
-    auto* const box = named<QCheckBox>(session.window, "chbFilter");
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-    QCOMPARE(linesOf(session), (QStringList{QString(), kTwin}));
+    clickCheckBox(named<QCheckBox>(session.window, "chbFilter"));
+    QCOMPARE(listTexts(session.window), (QStringList{QString(), kTwin}));
     named<QLineEdit>(session.window, "lePolesFilterStr")->setText(QStringLiteral("п"));
-    QCOMPARE(linesOf(session), QStringList{kTwin});
-    clickLine(session, 0);
+    QCOMPARE(listTexts(session.window), QStringList{kTwin});
+    clickListLine(session.window, 0);
     QCOMPARE(session.probe.curKey(), 4);
 }
 
@@ -351,8 +319,8 @@ void tst_Descriptions::oddDescriptionsAreListedAsTheyStand()
 {
     EditingSession session(pairs().first(1));
     openOdd(session, oddFields(0));
-    QCOMPARE(linesOf(session), oddDescriptions());
-    QListWidget* const list = listOf(session);
+    QCOMPARE(listTexts(session.window), oddDescriptions());
+    QListWidget* const list = fieldList(session.window);
     for (int row = 0; row < list->count(); ++row) {
         const QRect area = list->visualItemRect(list->item(row)) & list->viewport()->rect();
         const QImage found = inkOf(list->viewport()->grab(area).toImage());
@@ -376,13 +344,13 @@ void tst_Descriptions::oddDescriptionsAreShownBesideTheTable()
     for (int key = 2; key <= oddDescriptions().size() + 1; ++key) {
         const QString desc = oddDescriptions().at(key - 2);
         pickPole(session.window, key);
-        QCOMPARE(shownDesc(session), desc);
+        QCOMPARE(shownDesc(session.window), desc);
         QCOMPARE(cellState(session.window, kLineRow), QStringLiteral("%1|%1|false").arg(key));
         // From the list to the same field.
         pickPole(session.window, 1);
         pickInList(session.window, desc);
         QTRY_COMPARE(session.probe.curItem(), poleItem(session.window, key));
-        QCOMPARE(shownDesc(session), desc);
+        QCOMPARE(shownDesc(session.window), desc);
     }
     QCOMPARE(session.changesSince(before), QStringList());
 }
@@ -397,7 +365,7 @@ void tst_Descriptions::descriptionsHaveNoToolTip()
         pickPole(session.window, key);
         QCOMPARE(toolTipAt(view->viewport(), visiblePoint(session.window, poleItem(session.window, key))),
                  QString());
-        QListWidget* const list = listOf(session);
+        QListWidget* const list = fieldList(session.window);
         list->scrollToItem(list->item(key - 1));
         QCOMPARE(toolTipAt(list->viewport(), list->visualItemRect(list->item(key - 1)).center()), QString());
         QTableWidget* const table = propertyTable(session.window);

@@ -1,4 +1,6 @@
 #include "editing/editingsession.h"
+#include "editing/refusals.h"
+#include "editing/tablerows.h"
 #include "editing/trapsteps.h"
 #include "support/tablesteps.h"
 
@@ -13,20 +15,6 @@
 #include <QTest>
 
 #include <memory>
-
-namespace {
-
-constexpr int kLineRow = 1;
-constexpr int kPositionRow = 2;
-constexpr int kSizeRow = 3;
-
-const QString& noSuchLine()
-{
-    static const QString text = QStringLiteral("Нет такой строки!");
-    return text;
-}
-
-} // namespace
 
 class tst_EditorTraps : public QObject
 {
@@ -69,7 +57,7 @@ void tst_EditorTraps::selectionChangesUnderAnOpenEditor()
     editor = typeInto(session, kLineRow, QStringLiteral("60"));
     clickItem(session.window, poleItem(session.window, 4));
     waitForLoop(session);
-    QCOMPARE(session.robot.takeTexts(), QStringList{noSuchLine()});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kNoLine});
     QCOMPARE(session.changesSince(before),
              (QStringList{QStringLiteral("3.X=10"), QStringLiteral("7.AlignInPole=3")}));
     checkTableTellsTheTruth(session);
@@ -108,7 +96,7 @@ void tst_EditorTraps::modeButtonUnderAnOpenEditor()
     editor = typeInto(session, kPositionRow, QStringLiteral("20"));
     clickButton(session.window, "btnSetSetModeView");
     waitForLoop(session);
-    QCOMPARE(session.robot.takeTexts(), QStringList{QStringLiteral("Ячейка уже занята!")});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kTaken});
     QCOMPARE(session.changesSince(before), changes);
     checkTableTellsTheTruth(session);
 }
@@ -133,7 +121,7 @@ void tst_EditorTraps::viewButtonsUnderAnOpenEditor()
     clickButton(session.window, "btnRedraw");
     waitForLoop(session);
     QVERIFY(editor.isNull());
-    QCOMPARE(session.robot.takeTexts(), QStringList{noSuchLine()});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kNoLine});
     QCOMPARE(session.changesSince(before), QStringList{QStringLiteral("3.X=%1").arg(x)});
 }
 
@@ -177,7 +165,7 @@ void tst_EditorTraps::deferredRedrawUnderAnOpenEditor()
     session.probe.requestRedraw();
     waitForLoop(session);
     QVERIFY(!editor.isNull());
-    pressEnter(session.window, editor);
+    pressEnter(editor);
     QCOMPARE(session.changesSince(before), QStringList{QStringLiteral("5.X=44")});
 }
 
@@ -268,6 +256,8 @@ void tst_EditorTraps::windowClosesUnderAnOpenEditor_data()
     QTest::addColumn<bool>("isClosed");
     QTest::addColumn<bool>("isList");
     QTest::newRow("destroyed, number") << false << false;
+    QTest::newRow("destroyed, list") << false << true;
+    QTest::newRow("closed first, number") << true << false;
     QTest::newRow("closed first, list") << true << true;
 }
 

@@ -1,9 +1,9 @@
 #include "editing/editingsession.h"
+#include "editing/fieldlistlook.h"
 #include "support/tablesteps.h"
 
 #include <QCheckBox>
 #include <QGraphicsItem>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -12,32 +12,9 @@
 
 namespace {
 
-QListWidget* listOf(MainWindow& window)
-{
-    return named<QListWidget>(window, "listWidget");
-}
-
-QStringList linesOf(MainWindow& window)
-{
-    QStringList lines;
-    for (int row = 0; row < listOf(window)->count(); ++row)
-        lines.append(listOf(window)->item(row)->text());
-    return lines;
-}
-
-QString titleOf(MainWindow& window)
-{
-    return named<QGroupBox>(window, "grBoxFilter")->title();
-}
-
 QString title(int shown, int all)
 {
     return QStringLiteral("Фильтр полей [%1 из %2]").arg(shown).arg(all);
-}
-
-QString shownDesc(MainWindow& window)
-{
-    return named<QLineEdit>(window, "lePoleDesc")->text();
 }
 
 /// Types `text` over what stands in the filter.
@@ -54,16 +31,7 @@ void typeFilter(MainWindow& window, const QString& text)
 
 void clickFilterOnOff(MainWindow& window)
 {
-    auto* const box = named<QCheckBox>(window, "chbFilter");
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-}
-
-/// Clicks on the line number `row` of the list.
-void clickLine(MainWindow& window, int row)
-{
-    QListWidget* const list = listOf(window);
-    list->scrollToItem(list->item(row));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
+    clickCheckBox(named<QCheckBox>(window, "chbFilter"));
 }
 
 /// Fields of size 0 with these descriptions, after one that is placed.
@@ -98,7 +66,6 @@ private slots:
     void pickWithNothingSelectedOutlivesTheLoop();
     void pickEndsTheSelectionOnTheScene();
     void nextSelectionEndsThePick();
-    void ofEqualDescriptionsTheLowestKeyIsPicked();
     void lineWithoutFieldEmptiesTheTable();
     void sizeOfAPickedFieldTakesItsLineOff();
 };
@@ -111,21 +78,21 @@ void tst_FieldList::listIsEmptyWithoutATemplate()
     file.close();
     openTemplate(session.window, session.robot, file.fileName());
     QCOMPARE(session.robot.takeTexts().size(), 2);
-    QCOMPARE(linesOf(session.window), QStringList());
-    QCOMPARE(titleOf(session.window), title(0, 0));
+    QCOMPARE(listTexts(session.window), QStringList());
+    QCOMPARE(listTitle(session.window), title(0, 0));
     clickButton(session.window, "btnFiltrShowAll");
     clickFilterOnOff(session.window);
-    QCOMPARE(linesOf(session.window), QStringList());
-    QCOMPARE(titleOf(session.window), title(0, 0));
+    QCOMPARE(listTexts(session.window), QStringList());
+    QCOMPARE(listTitle(session.window), title(0, 0));
 }
 
 void tst_FieldList::listShowsTheFieldsThatAreNotPlaced()
 {
     EditingSession session(workFields());
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Позиция: секция"), QStringLiteral("Позиция: сумма"),
                           QStringLiteral("Налог: ставка")}));
-    QCOMPARE(titleOf(session.window), title(3, 9));
+    QCOMPARE(listTitle(session.window), title(3, 9));
     QVERIFY(!named<QCheckBox>(session.window, "chbFilter")->isChecked());
     QCOMPARE(named<QCheckBox>(session.window, "chbFilter")->text(), QStringLiteral("Вкл."));
     QCOMPARE(named<QPushButton>(session.window, "btnFiltrRegistr")->text(), QStringLiteral("Регистр"));
@@ -134,9 +101,9 @@ void tst_FieldList::listShowsTheFieldsThatAreNotPlaced()
     session.probe.bd().items[5].Size = -1;
     session.probe.bd().items[6].Size = 1;
     typeFilter(session.window, QStringLiteral("x"));
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Позиция: секция"), QStringLiteral("Налог: ставка")}));
-    QCOMPARE(titleOf(session.window), title(2, 9));
+    QCOMPARE(listTitle(session.window), title(2, 9));
 }
 
 void tst_FieldList::showingAllListsEveryField()
@@ -147,78 +114,78 @@ void tst_FieldList::showingAllListsEveryField()
         all.append(field.desc);
     EditingSession session(fields);
     clickButton(session.window, "btnFiltrShowAll");
-    QCOMPARE(linesOf(session.window), all);
-    QCOMPARE(titleOf(session.window), title(9, 9));
+    QCOMPARE(listTexts(session.window), all);
+    QCOMPARE(listTitle(session.window), title(9, 9));
     clickButton(session.window, "btnFiltrShowAll");
-    QCOMPARE(titleOf(session.window), title(3, 9));
+    QCOMPARE(listTitle(session.window), title(3, 9));
 }
 
 void tst_FieldList::filterKeepsTheLinesThatHoldItsText()
 {
     EditingSession session(workFields());
     clickFilterOnOff(session.window);
-    QCOMPARE(titleOf(session.window), title(3, 9)); // an empty text matches everything
+    QCOMPARE(listTitle(session.window), title(3, 9)); // an empty text matches everything
     typeFilter(session.window, QStringLiteral("ци"));
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Позиция: секция"), QStringLiteral("Позиция: сумма")}));
-    QCOMPARE(titleOf(session.window), title(2, 9));
+    QCOMPARE(listTitle(session.window), title(2, 9));
     typeFilter(session.window, QStringLiteral(": с"));
-    QCOMPARE(titleOf(session.window), title(3, 9));
+    QCOMPARE(listTitle(session.window), title(3, 9));
     typeFilter(session.window, QStringLiteral(": су"));
-    QCOMPARE(linesOf(session.window), QStringList{QStringLiteral("Позиция: сумма")});
+    QCOMPARE(listTexts(session.window), QStringList{QStringLiteral("Позиция: сумма")});
     clickButton(session.window, "btnFiltrShowAll");
-    QCOMPARE(titleOf(session.window), title(2, 9)); // "Возврат: сумма" too
+    QCOMPARE(listTitle(session.window), title(2, 9)); // "Возврат: сумма" too
     typeFilter(session.window, QStringLiteral("нет такого"));
-    QCOMPARE(linesOf(session.window), QStringList());
-    QCOMPARE(titleOf(session.window), title(0, 9));
+    QCOMPARE(listTexts(session.window), QStringList());
+    QCOMPARE(listTitle(session.window), title(0, 9));
     typeFilter(session.window, QStringLiteral("."));
-    QCOMPARE(titleOf(session.window), title(0, 9));
+    QCOMPARE(listTitle(session.window), title(0, 9));
 }
 
 void tst_FieldList::caseButtonDecidesAboutCapitalLetters()
 {
     EditingSession session(unplacedFields({QStringLiteral("Ёлка: Total"), QStringLiteral("ёлка: TOTAL"),
                                            QStringLiteral("сосна: Straße"), QStringLiteral("Сосна: total")}));
-    const QStringList all = linesOf(session.window);
+    const QStringList all = listTexts(session.window);
     QCOMPARE(all.size(), 4);
     clickFilterOnOff(session.window);
 
     typeFilter(session.window, QStringLiteral("ёлка"));
-    QCOMPARE(linesOf(session.window), all.first(2));
+    QCOMPARE(listTexts(session.window), all.first(2));
     typeFilter(session.window, QStringLiteral("tOtAl"));
-    QCOMPARE(linesOf(session.window), (QStringList{all.at(0), all.at(1), all.at(3)}));
+    QCOMPARE(listTexts(session.window), (QStringList{all.at(0), all.at(1), all.at(3)}));
     typeFilter(session.window, QStringLiteral("STRASSE"));
-    QCOMPARE(linesOf(session.window), QStringList{all.at(2)});
+    QCOMPARE(listTexts(session.window), QStringList{all.at(2)});
 
     clickButton(session.window, "btnFiltrRegistr");
-    QCOMPARE(linesOf(session.window), QStringList());
+    QCOMPARE(listTexts(session.window), QStringList());
     typeFilter(session.window, QStringLiteral("ёлка"));
-    QCOMPARE(linesOf(session.window), QStringList{all.at(1)});
+    QCOMPARE(listTexts(session.window), QStringList{all.at(1)});
     typeFilter(session.window, QStringLiteral("Total"));
-    QCOMPARE(linesOf(session.window), QStringList{all.at(0)});
+    QCOMPARE(listTexts(session.window), QStringList{all.at(0)});
     clickButton(session.window, "btnFiltrRegistr");
-    QCOMPARE(titleOf(session.window), title(3, 5));
+    QCOMPARE(listTitle(session.window), title(3, 5));
 }
 
 void tst_FieldList::filterThatIsOffHasNoEffect()
 {
     EditingSession session(workFields());
-    const QStringList lines = linesOf(session.window);
-    clickLine(session.window, 0);
-    QCOMPARE(listOf(session.window)->selectedItems().size(), 1);
+    const QStringList lines = listTexts(session.window);
+    clickListLine(session.window, 0);
+    QCOMPARE(fieldList(session.window)->selectedItems().size(), 1);
     typeFilter(session.window, QStringLiteral("Сум"));
-    QCOMPARE(linesOf(session.window), lines);
-    QCOMPARE(titleOf(session.window), title(3, 9));
-    QCOMPARE(listOf(session.window)->selectedItems().size(), 0); // filled anew all the same
-    clickLine(session.window, 0);
+    QCOMPARE(listTexts(session.window), lines);
+    QCOMPARE(listTitle(session.window), title(3, 9));
+    QCOMPARE(fieldList(session.window)->selectedItems().size(), 0); // filled anew all the same
+    clickListLine(session.window, 0);
     clickButton(session.window, "btnFiltrRegistr");
-    QCOMPARE(linesOf(session.window), lines);
-    QCOMPARE(listOf(session.window)->selectedItems().size(), 0);
+    QCOMPARE(listTexts(session.window), lines);
+    QCOMPARE(fieldList(session.window)->selectedItems().size(), 0);
 
     clickFilterOnOff(session.window);
-    QCOMPARE(linesOf(session.window), QStringList());
+    QCOMPARE(listTexts(session.window), QStringList());
     clickFilterOnOff(session.window);
-    QCOMPARE(linesOf(session.window), lines);
+    QCOMPARE(listTexts(session.window), lines);
 }
 
 void tst_FieldList::listFollowsThePlacedFields()
@@ -226,16 +193,16 @@ void tst_FieldList::listFollowsThePlacedFields()
     EditingSession session(workFields());
     pickPole(session.window, 4);
     clickButton(session.window, "btnPoleDel");
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Позиция: цена"), QStringLiteral("Позиция: секция"),
                           QStringLiteral("Позиция: сумма"), QStringLiteral("Налог: ставка")}));
-    QCOMPARE(titleOf(session.window), title(4, 9));
+    QCOMPARE(listTitle(session.window), title(4, 9));
     session.settle();
 
     pickPole(session.window, 7);
     typeNumber(session.window, 3, QStringLiteral("0"));
-    QCOMPARE(titleOf(session.window), title(5, 9));
-    QCOMPARE(linesOf(session.window).at(3), QStringLiteral("Чек: итог"));
+    QCOMPARE(listTitle(session.window), title(5, 9));
+    QCOMPARE(listTexts(session.window).at(3), QStringLiteral("Чек: итог"));
 }
 
 void tst_FieldList::takeOverFillsTheListAnew()
@@ -243,14 +210,14 @@ void tst_FieldList::takeOverFillsTheListAnew()
     EditingSession session(workFields());
     // Of a shorter template the records beyond its end stay.
     session.open(unplacedFields({QStringLiteral("Новое: поле")}));
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Новое: поле"), QStringLiteral("Позиция: секция"),
                           QStringLiteral("Позиция: сумма"), QStringLiteral("Налог: ставка")}));
-    QCOMPARE(titleOf(session.window), title(4, 9));
+    QCOMPARE(listTitle(session.window), title(4, 9));
     openTemplate(session.window, session.robot, session.write({{.block = 77}}));
     QCOMPARE(session.robot.takeTexts().size(), 1);
-    QCOMPARE(linesOf(session.window), QStringList());
-    QCOMPARE(titleOf(session.window), title(0, 0));
+    QCOMPARE(listTexts(session.window), QStringList());
+    QCOMPARE(listTitle(session.window), title(0, 0));
 }
 
 void tst_FieldList::holeInTheKeysBecomesAnEmptyLine()
@@ -258,12 +225,12 @@ void tst_FieldList::holeInTheKeysBecomesAnEmptyLine()
     EditingSession session(workFields());
     session.probe.bd().items.remove(5);
     typeFilter(session.window, QStringLiteral("x"));
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QString(), QStringLiteral("Позиция: сумма"), QStringLiteral("Налог: ставка")}));
     QVERIFY(session.probe.bd().items.contains(5));
-    QCOMPARE(titleOf(session.window), title(3, 9));
+    QCOMPARE(listTitle(session.window), title(3, 9));
 
-    clickLine(session.window, 0);
+    clickListLine(session.window, 0);
     QCOMPARE(session.probe.curKey(), 5);
     QCOMPARE(shownDesc(session.window), QString());
     QCOMPARE(propertyTable(session.window)->rowCount(), 12);
@@ -275,10 +242,10 @@ void tst_FieldList::markupAndPlaceholdersStayPlainText()
                             QStringLiteral("%1: %2 %L1 100%"), QStringLiteral("&амперсанд: &&quot"),
                             QStringLiteral("Длинно: ") + QString(3000, u'ж')};
     EditingSession session(unplacedFields(descs));
-    QCOMPARE(linesOf(session.window), descs);
+    QCOMPARE(listTexts(session.window), descs);
     for (int row = 0; row < descs.size(); ++row) {
         const auto logged = session.probe.log().size();
-        clickLine(session.window, row);
+        clickListLine(session.window, row);
         QCOMPARE(session.probe.curKey(), row + 2);
         const int limit = named<QLineEdit>(session.window, "lePoleDesc")->maxLength();
         QCOMPARE(shownDesc(session.window), descs.at(row).left(limit));
@@ -286,10 +253,10 @@ void tst_FieldList::markupAndPlaceholdersStayPlainText()
     }
     clickFilterOnOff(session.window);
     typeFilter(session.window, QStringLiteral("%2"));
-    QCOMPARE(linesOf(session.window), QStringList{descs.at(1)});
-    QCOMPARE(titleOf(session.window), title(1, 5));
+    QCOMPARE(listTexts(session.window), QStringList{descs.at(1)});
+    QCOMPARE(listTitle(session.window), title(1, 5));
     typeFilter(session.window, QStringLiteral("</B>"));
-    QCOMPARE(linesOf(session.window), QStringList{descs.at(0)});
+    QCOMPARE(listTexts(session.window), QStringList{descs.at(0)});
 
     // The same on the scene.
     auto fields = unplacedFields(descs);
@@ -403,22 +370,6 @@ void tst_FieldList::nextSelectionEndsThePick()
     QVERIFY(named<QPushButton>(session.window, "btnPoleDel")->isEnabled());
 }
 
-void tst_FieldList::ofEqualDescriptionsTheLowestKeyIsPicked()
-{
-    const QString same = QStringLiteral("Двойник: поле");
-    EditingSession session({{.line = 1, .desc = QStringLiteral("На ленте: поле")},
-                            {.line = 5, .size = 0, .desc = same},
-                            {.line = 6, .size = 0, .desc = same},
-                            {.line = 2, .desc = QStringLiteral("Двойник: на ленте")},
-                            {.line = 7, .size = 0, .desc = QStringLiteral("Двойник: на ленте")}});
-    QCOMPARE(linesOf(session.window), (QStringList{same, same, QStringLiteral("Двойник: на ленте")}));
-    clickLine(session.window, 1);
-    QCOMPARE(session.probe.curKey(), 2);
-    QCOMPARE(cellState(session.window, 1), QStringLiteral("5|5|false"));
-    clickLine(session.window, 2);
-    QTRY_COMPARE(session.probe.curItem(), poleItem(session.window, 4));
-}
-
 void tst_FieldList::lineWithoutFieldEmptiesTheTable()
 {
     EditingSession session(workFields());
@@ -441,10 +392,10 @@ void tst_FieldList::sizeOfAPickedFieldTakesItsLineOff()
     const auto before = session.records();
     pickInList(session.window, QStringLiteral("Позиция: секция"));
     typeNumber(session.window, 3, QStringLiteral("6"));
-    QCOMPARE(linesOf(session.window),
+    QCOMPARE(listTexts(session.window),
              (QStringList{QStringLiteral("Позиция: сумма"), QStringLiteral("Налог: ставка")}));
-    QCOMPARE(titleOf(session.window), title(2, 9));
-    QCOMPARE(listOf(session.window)->selectedItems().size(), 0);
+    QCOMPARE(listTitle(session.window), title(2, 9));
+    QCOMPARE(fieldList(session.window)->selectedItems().size(), 0);
     QCOMPARE(session.probe.curKey(), 5);
     waitForRedraw(session.window);
     session.settle();
@@ -458,8 +409,8 @@ void tst_FieldList::sizeOfAPickedFieldTakesItsLineOff()
     session.settle();
     session.probe.bd().items[8].X = 8;
     typeNumber(session.window, 3, QStringLiteral("2"));
-    QCOMPARE(titleOf(session.window), title(9, 9));
-    QVERIFY(linesOf(session.window).contains(QStringLiteral("Налог: ставка")));
+    QCOMPARE(listTitle(session.window), title(9, 9));
+    QVERIFY(listTexts(session.window).contains(QStringLiteral("Налог: ставка")));
 }
 
 QTEST_MAIN(tst_FieldList)

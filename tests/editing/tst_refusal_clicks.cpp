@@ -1,12 +1,12 @@
 #include "editing/editingsession.h"
+#include "editing/fieldsteps.h"
+#include "editing/refusals.h"
+#include "editing/tablerows.h"
 #include "editing/trapsteps.h"
 #include "support/tablesteps.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QGraphicsProxyWidget>
-#include <QGraphicsView>
-#include <QPointer>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
@@ -14,12 +14,6 @@
 #include <memory>
 
 namespace {
-
-enum Row { kBlockRow, kLineRow, kPositionRow, kSizeRow, kOnTapeRow };
-
-const QString kTaken = QStringLiteral("Ячейка уже занята!");
-const QString kNoLine = QStringLiteral("Нет такой строки!");
-const QString kNotEmpty = QStringLiteral("Строка не пустая!\nНельзя удалить.");
 
 void clickCell(EditingSession& session, int row, int column)
 {
@@ -32,18 +26,6 @@ QWidget* editorAt(EditingSession& session, int row)
 {
     QTableWidget* const table = propertyTable(session.window);
     return table->indexWidget(table->model()->index(row, 1));
-}
-
-/// Clicks on the "+" or "-" of the scene, where it stands.
-void clickLineButton(EditingSession& session, const QString& text)
-{
-    QGraphicsProxyWidget* const proxy = session.lineButton(text);
-    QVERIFY(proxy != nullptr && proxy->isVisible());
-    auto* const view = named<QGraphicsView>(session.window, "graphicsView_1");
-    view->ensureVisible(proxy);
-    const QPoint at = view->mapFromScene(proxy->sceneBoundingRect().center());
-    QCOMPARE(view->itemAt(at), proxy);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
 }
 
 } // namespace
@@ -76,9 +58,8 @@ void tst_RefusalClicks::clickOnAnotherValue_data()
     QTest::addColumn<int>("clicked");
     QTest::addColumn<QString>("next");
     QTest::newRow("block, then line")
-        << 3 << int(kBlockRow) << QStringLiteral("Шапка чека")
-        << QStringLiteral("Поле не может находиться в данном блоке!") << QStringLiteral("Регистрация|1|true")
-        << int(kLineRow) << QStringLiteral("1");
+        << 3 << int(kBlockRow) << QStringLiteral("Шапка чека") << kForbidden
+        << QStringLiteral("Регистрация|1|true") << int(kLineRow) << QStringLiteral("1");
     QTest::newRow("line, then position")
         << 7 << int(kLineRow) << QStringLiteral("50") << kNoLine << QStringLiteral("4|4|true")
         << int(kPositionRow) << QStringLiteral("0");
@@ -104,13 +85,8 @@ void tst_RefusalClicks::clickOnAnotherValue()
     QFETCH(const QString, next);
     EditingSession session(workFields());
     const auto before = session.records();
-    if (key == 8)
-        pickInList(session.window, QStringLiteral("Налог: ставка"));
-    else
-        pickPole(session.window, key);
-    const QPointer<QWidget> editor(row == kBlockRow
-                                       ? static_cast<QWidget*>(chooseIn(session, row, text).data())
-                                       : typeInto(session, row, text).data());
+    pickField(session.window, key);
+    const auto editor = fillIn(session.window, row, text);
     clickCell(session, clicked, 1);
     QCOMPARE(session.robot.takeTexts(), QStringList{message});
     waitForLoop(session);
@@ -127,7 +103,7 @@ void tst_RefusalClicks::clickOnAnotherValue()
         QCOMPARE(list->currentText(), next);
     else
         QCOMPARE(QString::number(qobject_cast<QSpinBox*>(opened)->value()), next);
-    pressEnter(session.window, opened);
+    pressEnter(opened);
     QCOMPARE(session.changesSince(before), QStringList());
     QCOMPARE(session.robot.takeTexts(), QStringList());
 }
@@ -242,8 +218,7 @@ void tst_RefusalClicks::windowClosesOverARefusedValue_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("line") << int(kLineRow) << QStringLiteral("50") << kNoLine;
     QTest::newRow("position") << int(kPositionRow) << QStringLiteral("20") << kTaken;
-    QTest::newRow("block") << int(kBlockRow) << QStringLiteral("Шапка чека")
-                           << QStringLiteral("Поле не может находиться в данном блоке!");
+    QTest::newRow("block") << int(kBlockRow) << QStringLiteral("Шапка чека") << kForbidden;
 }
 
 void tst_RefusalClicks::windowClosesOverARefusedValue()
@@ -254,9 +229,7 @@ void tst_RefusalClicks::windowClosesOverARefusedValue()
     auto session = std::make_unique<EditingSession>(workFields());
     const auto before = session->records();
     pickPole(session->window, 3);
-    const QPointer<QWidget> editor(row == kBlockRow
-                                       ? static_cast<QWidget*>(chooseIn(*session, row, text).data())
-                                       : typeInto(*session, row, text).data());
+    const auto editor = fillIn(session->window, row, text);
     QVERIFY(session->window.close());
     QVERIFY(!session->window.isVisible());
     // The editor has lost the focus with its window, so it has asked for its value.

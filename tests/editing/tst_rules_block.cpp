@@ -1,5 +1,7 @@
-#include "rulesbench.h"
-
+#include "editing/refusals.h"
+#include "editing/rulesbench.h"
+#include "editing/tablerows.h"
+#include "support/expectedscene.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsItem>
@@ -8,43 +10,17 @@
 
 namespace {
 
-constexpr int kBlockRow = 0;
-
-const QString kTitles[] = {
-    QStringLiteral("Шапка чека"),    QStringLiteral("Регистрация"), QStringLiteral("Предытоговый"),
-    QStringLiteral("Итог"),          QStringLiteral("Налоги"),      QStringLiteral("Оплата"),
-    QStringLiteral("Подвал чека"),   QStringLiteral("Фискальный"),  QStringLiteral("\"Чек аннулирован\""),
-    QStringLiteral("Сторно оплаты"),
-};
-
-const QString kForbidden = QStringLiteral("Поле не может находиться в данном блоке!");
-const QString kNoLine = QStringLiteral("Нет такой строки в новом блоке!");
-const QString kTaken = QStringLiteral("Ячейка уже занята!");
-
-QString pushed(int x)
-{
-    return QStringLiteral("Ячейка в новом блоке занята - поле помещено в ячейку %1!").arg(x);
-}
-
 /// The block row from one block to another.
 Edit move(int from, int to)
 {
     const QString change = from == to ? QString() : QStringLiteral("1.Block %1>%2").arg(from).arg(to);
-    return {1, kBlockRow, kTitles[from], from, kTitles[to], to, change};
+    return {1, kBlockRow, headingTexts().at(from), from, headingTexts().at(to), to, change};
 }
 
 /// A field of a line's own, so that the line is there.
 FieldRow anchor(int block, int line, int x)
 {
     return {.block = block, .line = line, .x = x, .size = 3, .desc = QStringLiteral("Опора: %1").arg(block)};
-}
-
-/// Both ways to pick the field under test: placed on the tape, and of no size in the list.
-void addBothPicks()
-{
-    QTest::addColumn<int>("size");
-    QTest::newRow("picked on the tape") << 4;
-    QTest::newRow("picked in the list") << 0;
 }
 
 } // namespace
@@ -106,7 +82,7 @@ void tst_RulesBlock::fieldTakesTheBlockOfTheChosenTitle()
     bench.open({{.block = from, .line = 1, .x = 7, .size = size}, anchor(from, 1, 0), anchor(to, 1, 0)});
     bench.pick(1);
 
-    bench.choose(kBlockRow, kTitles[to]);
+    bench.choose(kBlockRow, headingTexts().at(to));
 
     QCOMPARE(bench.outcome().lines(), takenBlock(move(from, to)).thenRedrawn(size == 0).lines());
     QCOMPARE(bench.appliedOnCall(), 1);
@@ -117,7 +93,7 @@ void tst_RulesBlock::fieldStandsInItsNewBlockAfterTheRedraw()
     auto& bench = m_bench.get();
     bench.open({{.line = 1, .x = 2}, anchor(0, 2, 0), anchor(1, 1, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     // Two headings of 21; line 1 of the old block is empty now, 15 high, and its line 2 is 20 high.
     QCOMPARE(poleItem(bench.window(), 1)->pos(), QPointF(2 * 12 + 1, 21 + 15 + 20 + 21 + 1));
     QCOMPARE(propertyTable(bench.window())->rowCount(), 0);
@@ -129,11 +105,11 @@ void tst_RulesBlock::ownTitleChangesNothing()
     // Neither the mask nor the cell, which a second field takes, matter to a field that stays.
     bench.open({{.block = 3, .x = 5, .blockMask = 0}, anchor(3, 1, 5), anchor(0, 1, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[3]);
+    bench.choose(kBlockRow, headingTexts().at(3));
     const Outcome nothing{.changes = {},
                           .warnings = {},
                           .cells = {QStringLiteral("Итог|3|true")},
-                          .log = blockLines(3, kTitles[3], 3, 3),
+                          .log = blockLines(3, headingTexts().at(3), 3, 3),
                           .refills = 0};
     QCOMPARE(bench.outcome().lines(), nothing.lines());
 }
@@ -159,7 +135,7 @@ void tst_RulesBlock::maskAloneSaysWhichBlocksAreAllowed()
     auto& bench = m_bench.get();
     bench.open({{.block = 4, .x = 7, .blockMask = mask}, anchor(4, 1, 0), anchor(to, 1, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[to]);
+    bench.choose(kBlockRow, headingTexts().at(to));
     const Outcome expected =
         isAllowed ? takenBlock(move(4, to)).thenRedrawn() : refusedBlock(move(4, to), kForbidden);
     QCOMPARE(bench.outcome().lines(), expected.lines());
@@ -180,7 +156,7 @@ void tst_RulesBlock::blockOutsideTheMaskIsRefused()
     bench.open(fields);
     bench.pick(1);
     for (int to = 1; to < 10; ++to) {
-        bench.choose(kBlockRow, kTitles[to]);
+        bench.choose(kBlockRow, headingTexts().at(to));
         QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, to), kForbidden).lines());
         QCOMPARE(cellState(bench.window(), kBlockRow), QStringLiteral("Шапка чека|0|true"));
     }
@@ -191,7 +167,7 @@ void tst_RulesBlock::maskIsAskedBeforeTheLine()
     auto& bench = m_bench.get();
     bench.open({{.line = 2, .blockMask = 0x1}, anchor(1, 1, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kForbidden).lines());
 }
 
@@ -212,8 +188,8 @@ void tst_RulesBlock::lineBeyondTheNewBlockIsRefused()
     auto& bench = m_bench.get();
     bench.open({{.line = line, .size = size}, anchor(1, 3, 0), anchor(0, 1, 30)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
-    QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kNoLine).lines());
+    bench.choose(kBlockRow, headingTexts().at(1));
+    QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kNoLineThere).lines());
 }
 
 void tst_RulesBlock::lastLineOfTheNewBlockIsEnough()
@@ -221,7 +197,7 @@ void tst_RulesBlock::lastLineOfTheNewBlockIsEnough()
     auto& bench = m_bench.get();
     bench.open({{.line = 255, .x = 7}, anchor(1, 255, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     QCOMPARE(bench.outcome().lines(), takenBlock(move(0, 1)).thenRedrawn().lines());
 }
 
@@ -232,8 +208,8 @@ void tst_RulesBlock::lineIsAskedBeforeTheCell()
     // Taken all the same, though the tape has no such line yet.
     bench.probe().bd().getPoleByKey(2).Line = 4;
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
-    QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kNoLine).lines());
+    bench.choose(kBlockRow, headingTexts().at(1));
+    QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kNoLineThere).lines());
 }
 
 void tst_RulesBlock::onlyAFieldThatStartsOnTheCellTakesIt_data()
@@ -251,7 +227,7 @@ void tst_RulesBlock::onlyAFieldThatStartsOnTheCellTakesIt()
     auto& bench = m_bench.get();
     bench.open({{.x = 5}, anchor(1, 1, 0), other});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     QCOMPARE(bench.outcome().lines(), takenBlock(move(0, 1)).thenRedrawn().lines());
 }
 
@@ -284,11 +260,11 @@ void tst_RulesBlock::takenCellPushesTheFieldToTheRight()
     bench.open(fields);
     bench.pick(1);
 
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
 
     Outcome expected = takenBlock(move(0, 1)).thenRedrawn();
     expected.changes.append(QStringLiteral("1.X %1>%2").arg(x).arg(found));
-    expected.warnings = QStringList{pushed(found)};
+    expected.warnings = QStringList{pushedTo(found)};
     QCOMPARE(bench.outcome().lines(), expected.lines());
     QCOMPARE(bench.appliedOnCall(), 1);
     QCOMPARE(poleItem(bench.window(), 1)->x(), 12.0 * found + 1);
@@ -299,10 +275,10 @@ void tst_RulesBlock::pushedFieldOfTheListTakesItsPlaceToo()
     auto& bench = m_bench.get();
     bench.open({{.x = 5, .size = 0}, anchor(1, 1, 5)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     Outcome expected = takenBlock(move(0, 1)).thenRebuilt();
     expected.changes.append(QStringLiteral("1.X 5>6"));
-    expected.warnings = QStringList{pushed(6)};
+    expected.warnings = QStringList{pushedTo(6)};
     QCOMPARE(bench.outcome().lines(), expected.lines());
 }
 
@@ -330,7 +306,7 @@ void tst_RulesBlock::withoutAFreeCellToTheRightTheBlockIsRefused()
         fields.append(anchor(1, 1, cell));
     bench.open(fields);
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     QCOMPARE(bench.outcome().lines(), refusedBlock(move(0, 1), kTaken).lines());
     QCOMPARE(cellState(bench.window(), 2), QStringLiteral("%1|%1|false").arg(x));
 }
@@ -343,7 +319,7 @@ void tst_RulesBlock::titleOutsideTheTableIsRefused()
     // No editor offers such a text.
     valueCell(bench.window(), kBlockRow)->setText(QStringLiteral("Фискальный блок"));
     bench.settle();
-    const QString own = kTitles[1];
+    const QString own = headingTexts().at(1);
     QStringList log = blockLines(1, QStringLiteral("Фискальный блок"), 1, -1);
     const QString last = log.takeLast();
     log += blockLines(1, own, 1, 1) + QStringList{last};
@@ -358,9 +334,9 @@ void tst_RulesBlock::refusedFieldCanBeMovedAtOnceElsewhere()
     auto& bench = m_bench.get();
     bench.open({{.x = 5, .blockMask = 0x5}, anchor(1, 1, 0), anchor(2, 1, 0)});
     bench.pick(1);
-    bench.choose(kBlockRow, kTitles[1]);
+    bench.choose(kBlockRow, headingTexts().at(1));
     QCOMPARE(bench.outcome().warnings, QStringList{kForbidden});
-    bench.choose(kBlockRow, kTitles[2]);
+    bench.choose(kBlockRow, headingTexts().at(2));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.Block 0>2")});
     QCOMPARE(bench.outcome().warnings, QStringList());
 }
@@ -372,7 +348,7 @@ void tst_RulesBlock::redrawUnderARefusalLeavesTheRecordAlone()
     bench.pick(1);
     bench.robot().whileBoxIsOpen([&] { bench.probe().requestRedraw(); },
                                  [&] { return propertyTable(bench.window())->rowCount() == 0; });
-    chooseText(bench.window(), kBlockRow, kTitles[1]);
+    chooseText(bench.window(), kBlockRow, headingTexts().at(1));
     bench.settle();
     QCOMPARE(bench.outcome().changes, QStringList());
     QCOMPARE(bench.outcome().warnings, QStringList{kForbidden});
@@ -387,11 +363,11 @@ void tst_RulesBlock::redrawUnderTheReportKeepsTheMove()
     bench.pick(1);
     bench.robot().whileBoxIsOpen([&] { bench.probe().requestRedraw(); },
                                  [&] { return propertyTable(bench.window())->rowCount() == 0; });
-    chooseText(bench.window(), kBlockRow, kTitles[1]);
+    chooseText(bench.window(), kBlockRow, headingTexts().at(1));
     bench.settle();
     QCOMPARE(bench.outcome().changes,
              (QStringList{QStringLiteral("1.Block 0>1"), QStringLiteral("1.X 5>6")}));
-    QCOMPARE(bench.outcome().warnings, QStringList{pushed(6)});
+    QCOMPARE(bench.outcome().warnings, QStringList{pushedTo(6)});
     QCOMPARE(bench.outcome().log.count(QStringLiteral("Scene cleared!")), 2);
     QCOMPARE(poleItem(bench.window(), 1)->pos(), QPointF(6 * 12 + 1, 21 + 20 + 21 + 1));
 }

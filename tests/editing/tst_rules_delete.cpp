@@ -1,16 +1,14 @@
-#include "rulesbench.h"
-
+#include "editing/fieldlistlook.h"
+#include "editing/rulesbench.h"
+#include "editing/tablerows.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsItem>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
 namespace {
-
-constexpr int kSizeRow = 3;
 
 const QString kCleared = QStringLiteral("Scene cleared!");
 const QString kNoSelection = QStringLiteral("new selItem type=0 idx=-1 ...");
@@ -72,10 +70,10 @@ void tst_RulesDelete::buttonTakesTheFieldFromTheTape()
                           .log = {kCleared, kNoSelection},
                           .refills = 1};
     QCOMPARE(bench.outcome().lines(), deleted.lines());
-    QCOMPARE(bench.listTexts(), (QStringList{FieldRow().desc, unplaced(false).desc}));
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [2 из 3]"));
+    QCOMPARE(listTexts(bench.window()), (QStringList{FieldRow().desc, unplaced(false).desc}));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [2 из 3]"));
     QCOMPARE(propertyTable(bench.window())->rowCount(), 0);
-    QCOMPARE(named<QLineEdit>(bench.window(), "lePoleDesc")->text(), QStringLiteral("Поле не выбрано"));
+    QCOMPARE(shownDesc(bench.window()), QStringLiteral("Поле не выбрано"));
     QVERIFY(!deleteButton(bench)->isEnabled());
 }
 

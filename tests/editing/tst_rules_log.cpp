@@ -1,21 +1,15 @@
-#include "rulesbench.h"
-
+#include "editing/celldelegate.h"
+#include "editing/fieldlistlook.h"
+#include "editing/rulesbench.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsItem>
-#include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
 
 namespace {
 
 const QString kCleared = QStringLiteral("Scene cleared!");
-
-/// A small field beside the one under test.
-FieldRow other(int line, int x)
-{
-    return {.line = line, .x = x, .size = 3, .desc = QStringLiteral("Другое: %1 %2").arg(line).arg(x)};
-}
 
 FieldRow unplaced(const QString& desc)
 {
@@ -51,7 +45,6 @@ private slots:
     void clickOnTheTapeGoesBeforeThePickInTheSameTurn();
     void quickPicksInTheListEndWithTheLast();
     void manyChangesShareOneRedraw();
-    void descriptionsAreShownAsTheyStand();
 
     void fillingAFormChangesNoRecord_data();
     void fillingAFormChangesNoRecord();
@@ -313,7 +306,7 @@ void tst_RulesLog::manyChangesShareOneRedraw()
     // Faster than any hand: all between two turns of the loop.
     for (const auto& [row, number] : {std::pair{0, 3}, std::pair{3, 5}, std::pair{0, 4}}) {
         valueCell(bench.window(), row)->setText(QString::number(number));
-        valueCell(bench.window(), row)->setData(Qt::UserRole, number);
+        valueCell(bench.window(), row)->setData(CellDelegate::kValueRole, number);
     }
     QVERIFY(bench.probe().redrawPending());
     QCOMPARE(bench.outcome().log.count(kCleared), 0);
@@ -321,29 +314,6 @@ void tst_RulesLog::manyChangesShareOneRedraw()
     QCOMPARE(bench.outcome().changes,
              (QStringList{QStringLiteral("1.Font 0>4"), QStringLiteral("1.LineGap 0>5")}));
     QCOMPARE(bench.outcome().log.count(kCleared), 1);
-}
-
-void tst_RulesLog::descriptionsAreShownAsTheyStand()
-{
-    auto& bench = m_bench.get();
-    const QString marked = QStringLiteral("<b>Скидка</b> 50%: %1 & <i>%2</i>");
-    const QString listed = QStringLiteral("<img src=\"x\"> 100%: %n");
-    bench.open({{.x = 7, .desc = marked}, unplaced(listed)});
-    QCOMPARE(bench.listTexts(), QStringList{listed});
-    auto* const shown = named<QLineEdit>(bench.window(), "lePoleDesc");
-    bench.pick(1);
-    QCOMPARE(shown->text(), marked);
-    bench.type(3, QStringLiteral("0"));
-    QCOMPARE(bench.listTexts(), (QStringList{marked, listed}));
-    QCOMPARE(shown->text(), QStringLiteral("Поле не выбрано"));
-    for (const int key : {2, 1}) {
-        bench.pick(key);
-        QCOMPARE(shown->text(), key == 1 ? marked : listed);
-    }
-    bench.type(3, QStringLiteral("12"));
-    QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.Size 0>12")});
-    QCOMPARE(bench.listTexts(), QStringList{listed});
-    QCOMPARE(bench.record(1).Desc, marked);
 }
 
 void tst_RulesLog::fillingAFormChangesNoRecord_data()
@@ -403,7 +373,6 @@ void tst_RulesLog::fillingAFormChangesNoRecord()
         for (const int mode : {1, 2, 1}) {
             if (mode == 1 && bench.probe().curItem() == nullptr && bench.probe().curKey() == 0) {
                 bench.pick(1, 1);
-                QVERIFY(bench.outcome().changes.isEmpty());
             } else {
                 clickButton(bench.window(), mode == 1 ? "btnSetSetModePoz" : "btnSetSetModeView");
             }
@@ -432,11 +401,11 @@ void tst_RulesLog::lookingThroughATemplateChangesNoRecord()
     QFETCH(QString, file);
     auto& bench = m_bench.get();
     bench.openFile(QStringLiteral(SAMPLES_DIR "/") + file);
-    bench.watch();
     const auto before = bench.probe().bd().items;
+    const auto logged = bench.probe().log().size();
     for (int key = 1; key <= 160; key += 7) {
         bench.pick(key, key % 2 + 1);
-        QCOMPARE(named<QLineEdit>(bench.window(), "lePoleDesc")->text(), before.value(key).Desc);
+        QCOMPARE(shownDesc(bench.window()), before.value(key).Desc);
     }
     bench.settle();
     QCOMPARE(bench.probe().bd().items.size(), before.size());
@@ -444,7 +413,7 @@ void tst_RulesLog::lookingThroughATemplateChangesNoRecord()
         for (const auto param : BD_T20Items::T20Item::kDeviceParams)
             QCOMPARE(bench.record(key).*param, before.value(key).*param);
     }
-    QCOMPARE(withoutFilling(bench.outcome().log), QStringList());
+    QCOMPARE(withoutFilling(logSince(bench.window(), logged)), QStringList());
 }
 
 QTEST_MAIN(tst_RulesLog)

@@ -1,5 +1,6 @@
-#include "rulesbench.h"
-
+#include "editing/refusals.h"
+#include "editing/rulesbench.h"
+#include "editing/tablerows.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsProxyWidget>
@@ -9,38 +10,9 @@
 
 namespace {
 
-enum Row { Line = 1, Position };
-
-const QString kNoLine = QStringLiteral("Нет такой строки!");
-const QString kTaken = QStringLiteral("Ячейка уже занята!");
-
 Edit lineEdit(int from, int to)
 {
-    return Edit::number(1, Line, from, to, QStringLiteral("1.Line %1>%2").arg(from).arg(to));
-}
-
-Edit positionEdit(int from, int to)
-{
-    return Edit::number(1, Position, from, to, QStringLiteral("1.X %1>%2").arg(from).arg(to));
-}
-
-/// A small field that gives a line or takes a cell.
-FieldRow other(int line, int x, int size = 3)
-{
-    return {.line = line, .x = x, .size = size, .desc = QStringLiteral("Другое: %1 %2").arg(line).arg(x)};
-}
-
-/// A field without a place, so that the list is never empty.
-FieldRow unplaced()
-{
-    return {.block = 9, .size = 0, .desc = QStringLiteral("Запас: поле")};
-}
-
-void addBothPicks()
-{
-    QTest::addColumn<int>("size");
-    QTest::newRow("picked on the tape") << 4;
-    QTest::newRow("picked in the list") << 0;
+    return Edit::number(1, kLineRow, from, to, QStringLiteral("1.Line %1>%2").arg(from).arg(to));
 }
 
 } // namespace
@@ -97,7 +69,7 @@ void tst_RulesPosition::fieldTakesTheTypedLine()
     auto& bench = m_bench.get();
     bench.open({{.line = from, .x = 7, .size = size}, other(from, 0), other(99, 0), unplaced()});
     bench.pick(1);
-    bench.type(Line, QString::number(to));
+    bench.type(kLineRow, QString::number(to));
     QCOMPARE(bench.outcome().lines(), takenByValue(lineEdit(from, to)).thenRedrawn(size == 0).lines());
     QCOMPARE(bench.appliedOnCall(), 2);
 }
@@ -107,7 +79,7 @@ void tst_RulesPosition::fieldStandsOnItsNewLineAfterTheRedraw()
     auto& bench = m_bench.get();
     bench.open({{.line = 1, .x = 7}, other(3, 0)});
     bench.pick(1);
-    bench.type(Line, QStringLiteral("3"));
+    bench.type(kLineRow, QStringLiteral("3"));
     QCOMPARE(poleItem(bench.window(), 1)->pos(), QPointF(7 * 12 + 1, 21 + 15 + 15 + 1));
     QCOMPARE(propertyTable(bench.window())->rowCount(), 0);
 }
@@ -130,7 +102,7 @@ void tst_RulesPosition::lineBeyondTheBlockIsRefused()
     elsewhere.block = 1;
     bench.open({{.line = 2, .x = 7, .size = size}, other(3, 0), elsewhere, unplaced()});
     bench.pick(1);
-    bench.type(Line, QString::number(to));
+    bench.type(kLineRow, QString::number(to));
     QCOMPARE(bench.outcome().lines(), refusedByValue(lineEdit(2, to), kNoLine).lines());
 }
 
@@ -149,10 +121,10 @@ void tst_RulesPosition::lineAddedByHandIsALineOfTheBlock()
     bench.settle();
     QCOMPARE(bench.record(2).Line, 3);
     bench.pick(1);
-    bench.type(Line, QStringLiteral("2"));
+    bench.type(kLineRow, QStringLiteral("2"));
     QCOMPARE(bench.outcome().lines(), takenByValue(lineEdit(1, 2)).thenRedrawn().lines());
     bench.pick(1);
-    bench.type(Line, QStringLiteral("4"));
+    bench.type(kLineRow, QStringLiteral("4"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(lineEdit(2, 4), kNoLine).lines());
 }
 
@@ -167,7 +139,7 @@ void tst_RulesPosition::lineWithTheCellTakenIsRefused()
     auto& bench = m_bench.get();
     bench.open({{.line = 2, .x = 7, .size = size}, other(1, 7), unplaced()});
     bench.pick(1);
-    bench.type(Line, QStringLiteral("1"));
+    bench.type(kLineRow, QStringLiteral("1"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(lineEdit(2, 1), kTaken).lines());
 }
 
@@ -178,7 +150,7 @@ void tst_RulesPosition::lineIsAskedBeforeItsCell()
     // Taken all the same, though the tape has no such line yet.
     bench.probe().bd().getPoleByKey(2).Line = 3;
     bench.pick(1);
-    bench.type(Line, QStringLiteral("3"));
+    bench.type(kLineRow, QStringLiteral("3"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(lineEdit(1, 3), kNoLine).lines());
 }
 
@@ -188,7 +160,7 @@ void tst_RulesPosition::lineThatTheEditorCannotShowIsTypedOver()
     bench.open({{.line = 200, .x = 7}, unplaced()});
     bench.pick(1);
     // The editor opens on 99, which is the number that the user wants.
-    bench.type(Line, QStringLiteral("99"));
+    bench.type(kLineRow, QStringLiteral("99"));
     QCOMPARE(bench.outcome().lines(), takenByValue(lineEdit(200, 99)).thenRedrawn().lines());
 }
 
@@ -217,7 +189,7 @@ void tst_RulesPosition::positionOnTheTapeMovesTheItemInPlace()
     bench.pick(1);
     QGraphicsItem* const item = poleItem(bench.window(), 1);
 
-    bench.type(Position, QString::number(to));
+    bench.type(kPositionRow, QString::number(to));
 
     QCOMPARE(bench.outcome().lines(), takenByValue(positionEdit(field.x, to)).lines());
     QCOMPARE(bench.appliedOnCall(), 2);
@@ -225,7 +197,7 @@ void tst_RulesPosition::positionOnTheTapeMovesTheItemInPlace()
     QCOMPARE(bench.probe().curItem(), item);
     QVERIFY(item->isSelected());
     QCOMPARE(propertyTable(bench.window())->rowCount(), 12);
-    QCOMPARE(cellState(bench.window(), Position), QStringLiteral("%1|%1|true").arg(to));
+    QCOMPARE(cellState(bench.window(), kPositionRow), QStringLiteral("%1|%1|true").arg(to));
 }
 
 void tst_RulesPosition::positionInTheListAsksForARedraw()
@@ -233,10 +205,10 @@ void tst_RulesPosition::positionInTheListAsksForARedraw()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = 0}, other(1, 0)});
     bench.pick(1);
-    bench.type(Position, QStringLiteral("12"));
+    bench.type(kPositionRow, QStringLiteral("12"));
     QCOMPARE(bench.outcome().lines(), takenByValue(positionEdit(7, 12)).thenRebuilt().lines());
     // The tape had no selection to lose, so the table stays.
-    QCOMPARE(cellState(bench.window(), Position), QStringLiteral("12|12|true"));
+    QCOMPARE(cellState(bench.window(), kPositionRow), QStringLiteral("12|12|true"));
     QCOMPARE(bench.probe().curKey(), 1);
 }
 
@@ -245,21 +217,21 @@ void tst_RulesPosition::positionFollowsPositionWithoutANewPick()
     auto& bench = m_bench.get();
     bench.open({{.x = 7}, other(1, 20), unplaced()});
     bench.pick(1);
-    bench.type(Position, QStringLiteral("12"));
-    bench.type(Position, QStringLiteral("9"));
+    bench.type(kPositionRow, QStringLiteral("12"));
+    bench.type(kPositionRow, QStringLiteral("9"));
     // The flag is set from the time before, so its write calls nobody.
     const Outcome again{.changes = {QStringLiteral("1.X 12>9")},
                         .warnings = {},
                         .cells = {QStringLiteral("9|12|true"), QStringLiteral("9|9|true")},
-                        .log = callLines(1, Position, QStringLiteral("9"), 12, 12) +
-                               callLines(1, Position, QStringLiteral("9"), 9, 9),
+                        .log = callLines(1, kPositionRow, QStringLiteral("9"), 12, 12) +
+                               callLines(1, kPositionRow, QStringLiteral("9"), 9, 9),
                         .refills = 0};
     QCOMPARE(bench.outcome().lines(), again.lines());
     QCOMPARE(poleItem(bench.window(), 1)->x(), 9.0 * 12 + 1);
     // Its old cells are free again, and that of the other field is not.
-    bench.type(Position, QStringLiteral("7"));
+    bench.type(kPositionRow, QStringLiteral("7"));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.X 9>7")});
-    bench.type(Position, QStringLiteral("20"));
+    bench.type(kPositionRow, QStringLiteral("20"));
     QCOMPARE(bench.outcome().warnings, QStringList{kTaken});
     QCOMPARE(poleItem(bench.window(), 1)->x(), 7.0 * 12 + 1);
 }
@@ -275,9 +247,9 @@ void tst_RulesPosition::positionOfATakenCellIsRefused()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = size}, other(1, 12), unplaced()});
     bench.pick(1);
-    bench.type(Position, QStringLiteral("12"));
+    bench.type(kPositionRow, QStringLiteral("12"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(positionEdit(7, 12), kTaken).lines());
-    QCOMPARE(cellState(bench.window(), Position), QStringLiteral("7|7|true"));
+    QCOMPARE(cellState(bench.window(), kPositionRow), QStringLiteral("7|7|true"));
     if (size > 0)
         QCOMPARE(poleItem(bench.window(), 1)->x(), 7.0 * 12 + 1);
 }
@@ -287,7 +259,7 @@ void tst_RulesPosition::positionInsideAWideFieldIsFree()
     auto& bench = m_bench.get();
     bench.open({{.x = 40}, other(1, 5, 30), other(2, 20), other(1, 20, 0)});
     bench.pick(1);
-    bench.type(Position, QStringLiteral("20"));
+    bench.type(kPositionRow, QStringLiteral("20"));
     QCOMPARE(bench.outcome().lines(), takenByValue(positionEdit(40, 20)).lines());
 }
 
@@ -307,7 +279,7 @@ void tst_RulesPosition::positionThatTheEditorCannotShowIsTypedOver()
     auto& bench = m_bench.get();
     bench.open({{.x = from}, unplaced()});
     bench.pick(1);
-    bench.type(Position, QString::number(to));
+    bench.type(kPositionRow, QString::number(to));
     QCOMPARE(bench.outcome().lines(), takenByValue(positionEdit(from, to)).lines());
 }
 
@@ -317,12 +289,12 @@ void tst_RulesPosition::twoFieldsOnOneCellPartOnlyToAFreeOne()
     // The file has two fields on one cell. The one below shows its right end.
     bench.open({{.x = 7, .size = 20}, other(1, 7), other(2, 7), unplaced()});
     bench.pick(1);
-    bench.type(Line, QStringLiteral("2"));
+    bench.type(kLineRow, QStringLiteral("2"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(lineEdit(1, 2), kTaken).lines());
-    bench.type(Position, QStringLiteral("8"));
+    bench.type(kPositionRow, QStringLiteral("8"));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.X 7>8")});
     // Back on it the program does not let it.
-    bench.type(Position, QStringLiteral("7"));
+    bench.type(kPositionRow, QStringLiteral("7"));
     QCOMPARE(bench.outcome().changes, QStringList());
     QCOMPARE(bench.outcome().warnings, QStringList{kTaken});
 }

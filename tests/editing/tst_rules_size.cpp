@@ -1,5 +1,7 @@
-#include "rulesbench.h"
-
+#include "editing/fieldlistlook.h"
+#include "editing/refusals.h"
+#include "editing/rulesbench.h"
+#include "editing/tablerows.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsItem>
@@ -7,31 +9,9 @@
 
 namespace {
 
-enum Row { Position = 2, Size };
-
-const QString kNoLine = QStringLiteral("Нет такой строки!");
-const QString kTaken = QStringLiteral("Ячейка уже занята!");
-
-Edit positionEdit(int from, int to)
-{
-    return Edit::number(1, Position, from, to, QStringLiteral("1.X %1>%2").arg(from).arg(to));
-}
-
 Edit sizeEdit(int from, int to)
 {
-    return Edit::number(1, Size, from, to, QStringLiteral("1.Size %1>%2").arg(from).arg(to));
-}
-
-/// A small field that gives a line or takes a cell.
-FieldRow other(int line, int x, int size = 3)
-{
-    return {.line = line, .x = x, .size = size, .desc = QStringLiteral("Другое: %1 %2").arg(line).arg(x)};
-}
-
-/// A field without a place, so that the list is never empty.
-FieldRow unplaced()
-{
-    return {.block = 9, .size = 0, .desc = QStringLiteral("Запас: поле")};
+    return Edit::number(1, kSizeRow, from, to, QStringLiteral("1.Size %1>%2").arg(from).arg(to));
 }
 
 } // namespace
@@ -74,12 +54,12 @@ void tst_RulesSize::sizeOnTheTapeIsTaken()
     auto& bench = m_bench.get();
     bench.open({{.x = x, .size = 4}, unplaced()});
     bench.pick(1);
-    bench.type(Size, QString::number(to));
+    bench.type(kSizeRow, QString::number(to));
     Outcome expected = takenByValue(sizeEdit(4, to)).thenRedrawn();
     expected.refills = 1;
     QCOMPARE(bench.outcome().lines(), expected.lines());
     QCOMPARE(bench.appliedOnCall(), 2);
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [1 из 2]"));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [1 из 2]"));
     QCOMPARE(poleItem(bench.window(), 1)->boundingRect().width(), std::min(to * 12, 633));
 }
 
@@ -87,20 +67,20 @@ void tst_RulesSize::sizeOfAnUnplacedFieldPlacesIt()
 {
     auto& bench = m_bench.get();
     bench.open({{.line = 2, .x = 7, .size = 0}, other(2, 0), unplaced()});
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [2 из 3]"));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [2 из 3]"));
     QCOMPARE(poleItem(bench.window(), 1), nullptr);
     bench.pick(1);
 
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kSizeRow, QStringLiteral("9"));
 
     Outcome expected = takenByValue(sizeEdit(0, 9)).thenRebuilt();
     expected.refills = 1;
     QCOMPARE(bench.outcome().lines(), expected.lines());
-    QCOMPARE(bench.listTexts(), QStringList{unplaced().desc});
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [1 из 3]"));
+    QCOMPARE(listTexts(bench.window()), QStringList{unplaced().desc});
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [1 из 3]"));
     QCOMPARE(poleItem(bench.window(), 1)->pos(), QPointF(7 * 12 + 1, 21 + 15 + 1));
     QCOMPARE(bench.probe().curKey(), 1);
-    QCOMPARE(cellState(bench.window(), Size), QStringLiteral("9|9|true"));
+    QCOMPARE(cellState(bench.window(), kSizeRow), QStringLiteral("9|9|true"));
 }
 
 void tst_RulesSize::sizeOfAnUnplacedFieldLeavesTheLineWhenAllAreListed()
@@ -108,12 +88,12 @@ void tst_RulesSize::sizeOfAnUnplacedFieldLeavesTheLineWhenAllAreListed()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = 0}, other(1, 0)});
     clickButton(bench.window(), "btnFiltrShowAll");
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [2 из 2]"));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [2 из 2]"));
     bench.pick(1);
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kSizeRow, QStringLiteral("9"));
     QCOMPARE(bench.outcome().refills, 1);
-    QCOMPARE(bench.listTexts(), (QStringList{FieldRow().desc, other(1, 0).desc}));
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [2 из 2]"));
+    QCOMPARE(listTexts(bench.window()), (QStringList{FieldRow().desc, other(1, 0).desc}));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [2 из 2]"));
     clickButton(bench.window(), "btnFiltrShowAll");
 }
 
@@ -123,13 +103,13 @@ void tst_RulesSize::sizeOfNothingTakesTheFieldFromTheTape()
     // Mandatory fields too: only the button asks for that.
     bench.open({{.x = 7, .size = 4, .need = true}, other(1, 0), unplaced()});
     bench.pick(1);
-    bench.type(Size, QStringLiteral("0"));
+    bench.type(kSizeRow, QStringLiteral("0"));
     Outcome expected = takenByValue(sizeEdit(4, 0)).thenRedrawn();
     expected.refills = 1;
     QCOMPARE(bench.outcome().lines(), expected.lines());
     QCOMPARE(poleItem(bench.window(), 1), nullptr);
-    QCOMPARE(bench.listTexts(), (QStringList{FieldRow().desc, unplaced().desc}));
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [2 из 3]"));
+    QCOMPARE(listTexts(bench.window()), (QStringList{FieldRow().desc, unplaced().desc}));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [2 из 3]"));
 }
 
 void tst_RulesSize::sizeOnALineBeyondTheBlockIsRefused()
@@ -137,10 +117,10 @@ void tst_RulesSize::sizeOnALineBeyondTheBlockIsRefused()
     auto& bench = m_bench.get();
     bench.open({{.line = 3, .size = 0}, other(2, 0)});
     bench.pick(1);
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kSizeRow, QStringLiteral("9"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(sizeEdit(0, 9), kNoLine).lines());
-    QCOMPARE(bench.listTitle(), QStringLiteral("Фильтр полей [1 из 2]"));
-    QCOMPARE(cellState(bench.window(), Size), QStringLiteral("0|0|true"));
+    QCOMPARE(listTitle(bench.window()), QStringLiteral("Фильтр полей [1 из 2]"));
+    QCOMPARE(cellState(bench.window(), kSizeRow), QStringLiteral("0|0|true"));
 }
 
 void tst_RulesSize::firstSizeOnATakenCellIsRefused()
@@ -148,11 +128,11 @@ void tst_RulesSize::firstSizeOnATakenCellIsRefused()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = 0}, other(1, 7)});
     bench.pick(1);
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kSizeRow, QStringLiteral("9"));
     QCOMPARE(bench.outcome().lines(), refusedByValue(sizeEdit(0, 9), kTaken).lines());
     // A cell beside the taken one is free, though it lies inside that field.
-    bench.type(Position, QStringLiteral("8"));
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kPositionRow, QStringLiteral("8"));
+    bench.type(kSizeRow, QStringLiteral("9"));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.Size 0>9")});
     QCOMPARE(bench.outcome().warnings, QStringList());
 }
@@ -162,7 +142,7 @@ void tst_RulesSize::laterSizeIsTakenWhateverStandsOnTheCell()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = 20}, other(1, 7), unplaced()});
     bench.pick(1);
-    bench.type(Size, QStringLiteral("9"));
+    bench.type(kSizeRow, QStringLiteral("9"));
     Outcome expected = takenByValue(sizeEdit(20, 9)).thenRedrawn();
     expected.refills = 1;
     QCOMPARE(bench.outcome().lines(), expected.lines());
@@ -173,11 +153,11 @@ void tst_RulesSize::placedFieldIsEditedOnFromTheList()
     auto& bench = m_bench.get();
     bench.open({{.x = 7, .size = 0}, other(1, 0), unplaced()});
     bench.pick(1);
-    bench.type(Size, QStringLiteral("4"));
-    bench.type(Position, QStringLiteral("12"));
+    bench.type(kSizeRow, QStringLiteral("4"));
+    bench.type(kPositionRow, QStringLiteral("12"));
     QCOMPARE(bench.outcome().lines(), takenByValue(positionEdit(7, 12)).thenRebuilt().lines());
     QCOMPARE(poleItem(bench.window(), 1)->x(), 12.0 * 12 + 1);
-    bench.type(Size, QStringLiteral("0"));
+    bench.type(kSizeRow, QStringLiteral("0"));
     QCOMPARE(bench.outcome().changes, QStringList{QStringLiteral("1.Size 4>0")});
     QCOMPARE(poleItem(bench.window(), 1), nullptr);
 }

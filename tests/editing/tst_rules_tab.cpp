@@ -1,4 +1,7 @@
+#include "editing/fieldsteps.h"
+#include "editing/refusals.h"
 #include "editing/rulesbench.h"
+#include "editing/tablerows.h"
 #include "support/tablesteps.h"
 
 #include <QComboBox>
@@ -10,14 +13,10 @@
 
 namespace {
 
-enum Row { kBlockRow, kLineRow, kPositionRow, kSizeRow };
-
-const QString kTaken = QStringLiteral("Ячейка уже занята!");
-const QString kNoLine = QStringLiteral("Нет такой строки!");
 const QString kOwn = QStringLiteral("Регистрация");
 const QString kOther = QStringLiteral("Подвал чека");
 
-/// In the blocks 1 and 6: the field 1 stands in 1, a field of the list is the fourth.
+/// In block 1 two fields and one of the list that has no room; in block 6 one on the position of field 1.
 QList<FieldRow> fields()
 {
     return {{.block = 1, .line = 1, .x = 3, .size = 4, .desc = QStringLiteral("Проба: первое")},
@@ -83,15 +82,7 @@ void tst_RulesTab::leave(int row, const QString& text, int key)
 {
     auto& bench = m_bench.get();
     bench.watch();
-    const QPointer<QWidget> editor(openEditor(bench.window(), row));
-    QVERIFY(editor != nullptr);
-    if (auto* const number = qobject_cast<QSpinBox*>(editor.data()); number != nullptr) {
-        number->selectAll();
-        QTest::keyClicks(number, text);
-    } else {
-        auto* const list = qobject_cast<QComboBox*>(editor.data());
-        list->setCurrentIndex(list->findText(text));
-    }
+    const auto editor = fillIn(bench.window(), row, text);
     QTest::keyClick(editor, static_cast<Qt::Key>(key));
     bench.settle();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -153,8 +144,7 @@ void tst_RulesTab::refusedBlockByTab()
     bench.open(narrow);
     bench.pick(1);
     leave(kBlockRow, kOther, key);
-    QCOMPARE(bench.outcome().lines(),
-             refusedBlock(blockEdit(), QStringLiteral("Поле не может находиться в данном блоке!")).lines());
+    QCOMPARE(bench.outcome().lines(), refusedBlock(blockEdit(), kForbidden).lines());
     QCOMPARE(cellState(bench.window(), kBlockRow), QStringLiteral("Регистрация|1|true"));
     checkNoEditor();
 }
@@ -172,7 +162,7 @@ void tst_RulesTab::reportOfAMovedFieldByTab()
     leave(kBlockRow, kOther, key);
     Outcome expected = takenBlock(blockEdit()).thenRedrawn();
     expected.changes.append(QStringLiteral("1.X 3>4"));
-    expected.warnings = {QStringLiteral("Ячейка в новом блоке занята - поле помещено в ячейку 4!")};
+    expected.warnings = {pushedTo(4)};
     QCOMPARE(bench.outcome().lines(), expected.lines());
     QCOMPARE(propertyTable(bench.window())->rowCount(), 0);
     checkNoEditor();

@@ -1,4 +1,6 @@
 #include "editing/editingsession.h"
+#include "editing/fieldlistlook.h"
+#include "editing/trapsteps.h"
 #include "support/tablesteps.h"
 #include "view/itemblockheader.h"
 #include "view/itemline.h"
@@ -6,8 +8,6 @@
 
 #include <QGraphicsProxyWidget>
 #include <QGraphicsView>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
@@ -20,11 +20,6 @@ namespace {
 QGraphicsView* viewOf(MainWindow& window)
 {
     return named<QGraphicsView>(window, "graphicsView_1");
-}
-
-QString shownDesc(MainWindow& window)
-{
-    return named<QLineEdit>(window, "lePoleDesc")->text();
 }
 
 /// The lines of the log that tell of a new selection, from the line `from` on.
@@ -45,18 +40,6 @@ void clickEmptySpace(MainWindow& window)
     const QPoint at(view->viewport()->width() - 5, view->viewport()->height() - 5);
     QCOMPARE(view->itemAt(at), nullptr);
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
-}
-
-void checkNothingIsPicked(EditingSession& session)
-{
-    QCOMPARE(session.probe.curItem(), nullptr);
-    QCOMPARE(session.probe.curKey(), 0);
-    QCOMPARE(propertyTable(session.window)->rowCount(), 0);
-    QCOMPARE(shownDesc(session.window), QStringLiteral("Поле не выбрано"));
-    for (const char* const name : {"btnSetSetModePoz", "btnSetSetModeView", "btnPoleDel"})
-        QVERIFY(!named<QPushButton>(session.window, name)->isEnabled());
-    QVERIFY(!session.lineButton(QStringLiteral("+"))->isVisible());
-    QVERIFY(!session.lineButton(QStringLiteral("-"))->isVisible());
 }
 
 /// The blocks whose lines are allowed, and "mixed" if the lines of a block disagree.

@@ -69,15 +69,16 @@ public:
     /// Text, value and flag as "text|value|flag".
     QString state() const
     {
-        return index().data(Qt::EditRole).toString() + u'|' + index().data(Qt::UserRole).toString() + u'|' +
-               index().data(Qt::UserRole + 1).toString();
+        return index().data(Qt::EditRole).toString() + u'|' +
+               index().data(CellDelegate::kValueRole).toString() + u'|' +
+               index().data(CellDelegate::kEditedRole).toString();
     }
 
     void fill(const QVariant& text, int value)
     {
         m_model.setData(index(), text, Qt::EditRole);
-        m_model.setData(index(), value, Qt::UserRole);
-        m_model.setData(index(), false, Qt::UserRole + 1);
+        m_model.setData(index(), value, CellDelegate::kValueRole);
+        m_model.setData(index(), false, CellDelegate::kEditedRole);
         m_writes.clear();
     }
 
@@ -331,7 +332,7 @@ void tst_TableEditors::editorOfAValueThatItCannotShowWritesTheFlagOnly()
     const auto leave = [&session](int row) {
         const QString cell = cellState(session.window, row);
         QVERIFY(cell.endsWith(QStringLiteral("|false")));
-        pressEnter(session.window, openEditor(session.window, row));
+        pressEnter(openEditor(session.window, row));
         QCOMPARE(cellState(session.window, row), cell.chopped(5) + QStringLiteral("true"));
     };
     for (const int row : {1, 2, 4, 5, 6})

@@ -2,7 +2,6 @@
 #include "support/tablesteps.h"
 
 #include <QAbstractItemDelegate>
-#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableWidget>
@@ -54,7 +53,6 @@ private slots:
     void modeButtonRightAfterARedrawFillsNothing();
     void buttonsFollowTheElementOnTheScene();
     void buttonsFollowTheFieldOfTheList();
-    void deletingAPickedFieldOfTheListDoesNothing();
 };
 
 void tst_TableModes::formRemovesTheDelegatesOfItsOwnRowsOnly()
@@ -199,21 +197,6 @@ void tst_TableModes::buttonsFollowTheFieldOfTheList()
     pickInList(session.window, QStringLiteral("Позиция: сумма"));
     QCOMPARE(session.probe.curKey(), 6);
     QCOMPARE(buttonStates(session.window), QStringLiteral("++-"));
-}
-
-void tst_TableModes::deletingAPickedFieldOfTheListDoesNothing()
-{
-    EditingSession session(workFields());
-    session.probe.bd().items[8].Size = 5;
-    pickInList(session.window, QStringLiteral("Налог: ставка"));
-    const auto before = session.records();
-    const auto logged = session.probe.log().size();
-    QVERIFY(named<QPushButton>(session.window, "btnPoleDel")->isEnabled());
-    clickButton(session.window, "btnPoleDel");
-    QCOMPARE(session.changesSince(before), QStringList());
-    QCOMPARE(session.probe.curKey(), 8);
-    QCOMPARE(propertyTable(session.window)->rowCount(), 12);
-    QCOMPARE(logSince(session.window, logged), QStringList());
 }
 
 QTEST_MAIN(tst_TableModes)

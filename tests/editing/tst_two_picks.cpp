@@ -1,21 +1,18 @@
 #include "editing/editingsession.h"
+#include "editing/fieldlistlook.h"
+#include "editing/refusals.h"
+#include "editing/tablerows.h"
 #include "editing/trapsteps.h"
 #include "support/tablesteps.h"
 
-#include <QAbstractButton>
 #include <QGraphicsItem>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
 namespace {
 
-constexpr int kPositionRow = 2;
-constexpr int kSizeRow = 3;
-constexpr int kBrightnessRow = 4;
-
-/// Clicks on a mode button, which the window keeps disabled here, and returns what the log gets.
+/// Clicks on a mode button, which the window may keep disabled, and returns what the log gets.
 QStringList clickMode(EditingSession& session, const char* button)
 {
     const auto logged = session.probe.log().size();
@@ -24,7 +21,7 @@ QStringList clickMode(EditingSession& session, const char* button)
     return logSince(session.window, logged);
 }
 
-QStringList clickModeLine(const QString& line)
+QStringList errorLine(const QString& line)
 {
     return {QStringLiteral("ERR: getKeyPlForSelectedPole() ") + line};
 }
@@ -85,7 +82,7 @@ void tst_TwoPicks::elementThatIsNoFieldHasNoKey()
     EditingSession session(workFields());
     const auto before = session.records();
     pickItem(session.window, isHeading ? headerItem(session.window, 1) : lineItem(session.window, 1, 2));
-    const QStringList error = clickModeLine(QStringLiteral("item not Pole!"));
+    const QStringList error = errorLine(QStringLiteral("item not Pole!"));
     QCOMPARE(clickMode(session, "btnSetSetModeView"), error);
     checkMode(session, 2);
     QCOMPARE(clickMode(session, "btnSetSetModePoz"), error);
@@ -105,7 +102,7 @@ void tst_TwoPicks::twoPicksHaveNoKey()
 {
     EditingSession session(workFields());
     const auto before = session.records();
-    const QStringList error = clickModeLine(QStringLiteral("sims!"));
+    const QStringList error = errorLine(QStringLiteral("sims!"));
     for (const bool isField : {true, false}) {
         // Also before the type of the element is asked for.
         pickItem(session.window, isField ? poleItem(session.window, 3) : lineItem(session.window, 1, 2));
@@ -126,7 +123,7 @@ void tst_TwoPicks::editGoesToTheFieldOfTheList()
 {
     EditingSession session(workFields());
     const auto before = session.records();
-    const auto tell = [&session](qsizetype logged) {
+    const auto countCalls = [&session](qsizetype logged) {
         return logSince(session.window, logged).filter(QStringLiteral("m1=65538")).size();
     };
     // Whatever the element on the scene is.
@@ -135,11 +132,10 @@ void tst_TwoPicks::editGoesToTheFieldOfTheList()
     auto logged = session.probe.log().size();
     typeNumber(session.window, kSizeRow, QStringLiteral("9"));
     QCOMPARE(session.changesSince(before), QStringList{QStringLiteral("5.Size=9")});
-    QCOMPARE(tell(logged), 3);
+    QCOMPARE(countCalls(logged), 3);
     waitForLoop(session);
     QVERIFY(poleItem(session.window, 5) != nullptr);
 
-    clickButton(session.window, "btnFiltrShowAll");
     pickPole(session.window, 3);
     clickButton(session.window, "btnSetSetModeView");
     session.probe.setCurKey(7);
@@ -147,15 +143,16 @@ void tst_TwoPicks::editGoesToTheFieldOfTheList()
     typeNumber(session.window, kBrightnessRow, QStringLiteral("11"));
     QCOMPARE(session.changesSince(before),
              (QStringList{QStringLiteral("5.Size=9"), QStringLiteral("7.Brightness=11")}));
-    QCOMPARE(tell(logged), 3);
+    QCOMPARE(countCalls(logged), 3);
 
-    // A refusal goes by the cells of the same field's line.
+    // A refusal goes by the cells of the same field's line: on that of the field 1, which has the same position, the
+    // cell 20 is free.
     session.probe.setCurKey(0);
     clickButton(session.window, "btnSetSetModePoz");
     pickPole(session.window, 1);
     session.probe.setCurKey(3);
     typeNumber(session.window, kPositionRow, QStringLiteral("20"));
-    QCOMPARE(session.robot.takeTexts(), QStringList{QStringLiteral("Ячейка уже занята!")});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kTaken});
     QCOMPARE(cellState(session.window, kPositionRow), QStringLiteral("0|0|true"));
     QCOMPARE(session.changesSince(before),
              (QStringList{QStringLiteral("5.Size=9"), QStringLiteral("7.Brightness=11")}));
@@ -205,28 +202,27 @@ void tst_TwoPicks::nextSelectionEndsThePickOfTheList()
 {
     EditingSession session(workFields());
     const auto before = session.records();
-    const auto shown = [&session] { return named<QLineEdit>(session.window, "lePoleDesc")->text(); };
     pickPole(session.window, 3);
     session.probe.setCurKey(5);
-    // A loop without a new selection leaves both alone.
+    // A redraw ends the selection, and with it the pick.
     session.probe.requestRedraw();
     QTRY_COMPARE(session.probe.curItem(), nullptr);
     waitForLoop(session);
     QCOMPARE(session.probe.curKey(), 0);
     QCOMPARE(propertyTable(session.window)->rowCount(), 0);
-    QCOMPARE(shown(), QStringLiteral("Поле не выбрано"));
+    QCOMPARE(shownDesc(session.window), QStringLiteral("Поле не выбрано"));
 
     pickPole(session.window, 3);
     session.probe.setCurKey(5);
     pickPole(session.window, 9);
     QCOMPARE(session.probe.curKey(), 0);
     QCOMPARE(session.probe.keyOfSelectedPole(), 9);
-    QCOMPARE(shown(), QStringLiteral("Возврат: сумма"));
+    QCOMPARE(shownDesc(session.window), QStringLiteral("Возврат: сумма"));
 
     session.probe.setCurKey(5);
     pickItem(session.window, headerItem(session.window, 2));
     QCOMPARE(session.probe.curKey(), 0);
-    QCOMPARE(shown(), QStringLiteral("Поле не выбрано"));
+    QCOMPARE(shownDesc(session.window), QStringLiteral("Поле не выбрано"));
     QCOMPARE(propertyTable(session.window)->rowCount(), 2);
     for (const char* const button : {"btnSetSetModePoz", "btnSetSetModeView", "btnPoleDel"})
         QVERIFY2(!isEnabled(session, button), button);

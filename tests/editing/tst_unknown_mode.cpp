@@ -1,11 +1,9 @@
 #include "editing/editingsession.h"
+#include "support/ownprocess.h"
 #include "support/tablesteps.h"
 
 #include <QApplication>
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdio>
@@ -85,37 +83,10 @@ int runPart(const QByteArray& what, int mode)
     return 0;
 }
 
-struct Ending
-{
-    QProcess::ExitStatus status;
-    int code;
-    QStringList words;
-    QString errors;
-};
-
 /// Runs `what` in a process of its own.
-Ending endingOf(const char* what, int mode)
+Ended endOf(const char* what, int mode)
 {
-    const QTemporaryDir dir; // what a process that ends at once leaves behind
-    QProcess process;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), dir.path());
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(dir.path());
-    process.start(QApplication::applicationFilePath(), {QString::fromLatin1(what), QString::number(mode)});
-    constexpr int kLongestMs = 60000;
-    if (!process.waitForFinished(kLongestMs))
-        qFatal("the process does not end");
-    const QString words = QString::fromUtf8(process.readAllStandardOutput());
-    return {process.exitStatus(), process.exitCode(), words.split(u'\n', Qt::SkipEmptyParts),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-/// False if the end has been that of a memory fault or of undefined behaviour.
-bool isClean(const Ending& ending)
-{
-    return !ending.errors.contains(QStringLiteral("Sanitizer")) &&
-           !ending.errors.contains(QStringLiteral("runtime error"));
+    return runMyself({QString::fromLatin1(what), QString::number(mode)});
 }
 
 } // namespace
@@ -143,14 +114,14 @@ void tst_UnknownMode::commitEndsTheProgram_data()
 void tst_UnknownMode::commitEndsTheProgram()
 {
     QFETCH(const int, mode);
-    const Ending ending = endingOf(kCommit, mode);
-    QCOMPARE(ending.status, QProcess::CrashExit);
+    const Ended ended = endOf(kCommit, mode);
+    QCOMPARE(ended.status, QProcess::CrashExit);
     // The cell is read before the rule is looked for, and nothing comes after it.
-    QCOMPARE(ending.words.size(), 2);
-    QCOMPARE(ending.words.at(0), QStringLiteral("log: int!=in2: 7 7 0"));
-    QVERIFY2(ending.words.at(1).startsWith(QStringLiteral("fatal: ")), qPrintable(ending.words.at(1)));
-    QVERIFY2(ending.words.at(1).contains(QString::number(mode)), qPrintable(ending.words.at(1)));
-    QVERIFY2(isClean(ending), qPrintable(ending.errors));
+    QCOMPARE(ended.lines.size(), 2);
+    QCOMPARE(ended.lines.at(0), QStringLiteral("log: int!=in2: 7 7 0"));
+    QVERIFY2(ended.lines.at(1).startsWith(QStringLiteral("fatal: ")), qPrintable(ended.lines.at(1)));
+    QVERIFY2(ended.lines.at(1).contains(QString::number(mode)), qPrintable(ended.lines.at(1)));
+    QCOMPARE(sanitizerReport(ended.errors), QString());
 }
 
 void tst_UnknownMode::shownFieldEndsTheProgram_data()
@@ -161,34 +132,34 @@ void tst_UnknownMode::shownFieldEndsTheProgram_data()
 void tst_UnknownMode::shownFieldEndsTheProgram()
 {
     QFETCH(const int, mode);
-    const Ending ending = endingOf(kFill, mode);
-    QCOMPARE(ending.status, QProcess::CrashExit);
-    QVERIFY(!ending.words.isEmpty());
-    QVERIFY2(ending.words.constLast().startsWith(QStringLiteral("fatal: ")),
-             qPrintable(ending.words.constLast()));
-    QCOMPARE(ending.words.filter(QStringLiteral("cellChngd")), QStringList());
-    QCOMPARE(ending.words.filter(QStringLiteral("record: ")), QStringList());
-    QVERIFY2(isClean(ending), qPrintable(ending.errors));
+    const Ended ended = endOf(kFill, mode);
+    QCOMPARE(ended.status, QProcess::CrashExit);
+    QVERIFY(!ended.lines.isEmpty());
+    QVERIFY2(ended.lines.constLast().startsWith(QStringLiteral("fatal: ")),
+             qPrintable(ended.lines.constLast()));
+    QCOMPARE(ended.lines.filter(QStringLiteral("cellChngd")), QStringList());
+    QCOMPARE(ended.lines.filter(QStringLiteral("record: ")), QStringList());
+    QCOMPARE(sanitizerReport(ended.errors), QString());
 }
 
 void tst_UnknownMode::headingsAndLinesAreShownInAnyMode()
 {
-    const Ending ending = endingOf(kFillOthers, 3);
-    QCOMPARE(ending.status, QProcess::NormalExit);
-    QCOMPARE(ending.code, 0);
-    QCOMPARE(ending.words, (QStringList{QStringLiteral("Итог"), QStringLiteral("[1] Регистрация"),
-                                        QStringLiteral("log: new selItem type=65537 idx=3 ..."),
-                                        QStringLiteral("log: new selItem type=65539 idx=1 ...")}));
+    const Ended ended = endOf(kFillOthers, 3);
+    QCOMPARE(ended.status, QProcess::NormalExit);
+    QCOMPARE(ended.code, 0);
+    QCOMPARE(ended.lines, (QStringList{QStringLiteral("Итог"), QStringLiteral("[1] Регистрация"),
+                                       QStringLiteral("log: new selItem type=65537 idx=3 ..."),
+                                       QStringLiteral("log: new selItem type=65539 idx=1 ...")}));
 }
 
 void tst_UnknownMode::knownModeGoesOn()
 {
-    const Ending ending = endingOf(kCommit, 1);
-    QCOMPARE(ending.status, QProcess::NormalExit);
-    QCOMPARE(ending.code, 0);
-    QCOMPARE(ending.words.filter(QStringLiteral("fatal: ")), QStringList());
-    QCOMPARE(ending.words.filter(QStringLiteral("log: cellChngd")).size(), 3);
-    QCOMPARE(ending.words.constLast(), QStringLiteral("record: 3.X=7"));
+    const Ended ended = endOf(kCommit, 1);
+    QCOMPARE(ended.status, QProcess::NormalExit);
+    QCOMPARE(ended.code, 0);
+    QCOMPARE(ended.lines.filter(QStringLiteral("fatal: ")), QStringList());
+    QCOMPARE(ended.lines.filter(QStringLiteral("log: cellChngd")).size(), 3);
+    QCOMPARE(ended.lines.constLast(), QStringLiteral("record: 3.X=7"));
 }
 
 int main(int argc, char** argv)

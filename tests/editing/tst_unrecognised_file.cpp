@@ -1,14 +1,12 @@
 #include "editing/editingsession.h"
+#include "editing/fieldlistlook.h"
+#include "editing/refusals.h"
 #include "editing/trapsteps.h"
 #include "support/session.h"
 #include "support/tablesteps.h"
 
 #include <QAction>
-#include <QGraphicsProxyWidget>
-#include <QGroupBox>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
@@ -28,16 +26,6 @@ QString writeForeignFile(EditingSession& session)
     return session.dir.write(QStringLiteral("letter.csv"), "Добрый день!\nЭто письмо; в нём нет полей.\n");
 }
 
-QString shownDesc(EditingSession& session)
-{
-    return named<QLineEdit>(session.window, "lePoleDesc")->text();
-}
-
-QString listTitle(EditingSession& session)
-{
-    return named<QGroupBox>(session.window, "grBoxFilter")->title();
-}
-
 /// Nothing of the former template is left, on the tape, in the list, in the table.
 void checkNothingIsLeft(EditingSession& session)
 {
@@ -45,21 +33,14 @@ void checkNothingIsLeft(EditingSession& session)
     QVERIFY(!session.probe.maket().getShablonLoaded());
     QVERIFY(areTemplateCommands(session.window, false));
     QVERIFY(named<QAction>(session.window, "actionSave")->isEnabled());
-    QCOMPARE(session.probe.curItem(), nullptr);
-    QCOMPARE(session.probe.curKey(), 0);
+    checkNothingIsPicked(session);
     QCOMPARE(session.probe.scene().selectedItems().size(), 0);
     for (int block = 0; block < 10; ++block)
         QCOMPARE(headerItem(session.window, block), nullptr);
     for (int key = 1; key <= 9; ++key)
         QCOMPARE(poleItem(session.window, key), nullptr);
-    QVERIFY(!session.lineButton(QStringLiteral("+"))->isVisible());
-    QVERIFY(!session.lineButton(QStringLiteral("-"))->isVisible());
-    QCOMPARE(propertyTable(session.window)->rowCount(), 0);
-    QCOMPARE(shownDesc(session), kNothing);
-    QCOMPARE(named<QListWidget>(session.window, "listWidget")->count(), 0);
-    QCOMPARE(listTitle(session), QStringLiteral("Фильтр полей [0 из 0]"));
-    for (const char* const button : {"btnSetSetModePoz", "btnSetSetModeView", "btnPoleDel"})
-        QVERIFY2(!named<QPushButton>(session.window, button)->isEnabled(), button);
+    QCOMPARE(fieldList(session.window)->count(), 0);
+    QCOMPARE(listTitle(session.window), QStringLiteral("Фильтр полей [0 из 0]"));
 }
 
 } // namespace
@@ -72,7 +53,8 @@ private slots:
     void selectionEndsWithTheTemplate_data();
     void selectionEndsWithTheTemplate();
     void formerTemplateIsSeenUntilTheBoxesAreAnswered();
-    void dataOfTheEditorAreLostWithTheTemplate();
+    void fieldOfTheFormerTemplateHasNoProperties();
+    void refusalOfAnOpenEditorComesBeforeTheBoxesOfTheFile();
     void nextTemplateStartsAnew();
 };
 
@@ -128,7 +110,7 @@ void tst_UnrecognisedFile::formerTemplateIsSeenUntilTheBoxesAreAnswered()
         [&] {
             isTapeThere = poleItem(session.window, 7) != nullptr && headerItem(session.window, 9) != nullptr;
             isTableEmpty = propertyTable(session.window)->rowCount() == 0;
-            desc = shownDesc(session);
+            desc = shownDesc(session.window);
             left = session.records().size();
         },
         [] { return true; });
@@ -142,7 +124,36 @@ void tst_UnrecognisedFile::formerTemplateIsSeenUntilTheBoxesAreAnswered()
     checkNothingIsLeft(session);
 }
 
-void tst_UnrecognisedFile::dataOfTheEditorAreLostWithTheTemplate()
+void tst_UnrecognisedFile::fieldOfTheFormerTemplateHasNoProperties()
+{
+    EditingSession session(workFields());
+    int rows = -1;
+    qsizetype records = -1;
+    QString desc;
+    session.robot.whileBoxIsOpen([&] { selectPole(session, 7); },
+                                 [&] {
+                                     if (session.probe.curItem() != poleItem(session.window, 7))
+                                         return false;
+                                     rows = propertyTable(session.window)->rowCount();
+                                     records = session.records().size();
+                                     desc = shownDesc(session.window);
+                                     return true;
+                                 });
+    const auto logged = session.probe.log().size();
+    openTemplate(session.window, session.robot, writeForeignFile(session));
+    QCOMPARE(session.robot.takeTexts(), (QStringList{kNoFormat, kNoData}));
+    QCOMPARE(rows, 0);
+    QCOMPARE(records, 0);
+    QCOMPARE(desc, kNothing);
+    waitForLoop(session);
+    QCOMPARE(logSince(session.window, logged),
+             (QStringList{QStringLiteral("Не распознан формат!"),
+                          QStringLiteral("new selItem type=65538 idx=7 ..."),
+                          QStringLiteral("Scene cleared!"), kNewEmptySelection}));
+    checkNothingIsLeft(session);
+}
+
+void tst_UnrecognisedFile::refusalOfAnOpenEditorComesBeforeTheBoxesOfTheFile()
 {
     EditingSession session(workFields());
     const QString path = writeForeignFile(session);
@@ -151,8 +162,7 @@ void tst_UnrecognisedFile::dataOfTheEditorAreLostWithTheTemplate()
     const auto editor = typeInto(session, 1, QStringLiteral("50"));
     session.robot.typeFileName(path);
     QTest::keyClick(editor, Qt::Key_O, Qt::ControlModifier);
-    QCOMPARE(session.robot.takeTexts(),
-             (QStringList{QStringLiteral("Нет такой строки!"), kNoFormat, kNoData}));
+    QCOMPARE(session.robot.takeTexts(), (QStringList{kNoLine, kNoFormat, kNoData}));
     waitForLoop(session);
     QVERIFY(editor.isNull());
     checkNothingIsLeft(session);
@@ -170,10 +180,10 @@ void tst_UnrecognisedFile::nextTemplateStartsAnew()
     QCOMPARE(session.changesSince(before), QStringList());
     QVERIFY(areTemplateCommands(session.window, true));
     QCOMPARE(session.probe.curItem(), nullptr);
-    QCOMPARE(shownDesc(session), kNothing);
-    QCOMPARE(listTitle(session), QStringLiteral("Фильтр полей [3 из 9]"));
+    QCOMPARE(shownDesc(session.window), kNothing);
+    QCOMPARE(listTitle(session.window), QStringLiteral("Фильтр полей [3 из 9]"));
     pickPole(session.window, 3);
-    QCOMPARE(shownDesc(session), QStringLiteral("Позиция: номер"));
+    QCOMPARE(shownDesc(session.window), QStringLiteral("Позиция: номер"));
     checkTableTellsTheTruth(session);
 }
 

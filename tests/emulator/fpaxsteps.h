@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QImage>
-#include <QMap>
 #include <QTemporaryDir>
 
 /// A driver in programming mode.

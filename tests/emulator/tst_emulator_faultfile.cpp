@@ -109,6 +109,8 @@ void TestEmulatorFaultFile::brokenFileHasNoRules_data()
 void TestEmulatorFaultFile::brokenFileHasNoRules()
 {
     QFETCH(QByteArray, content);
+    write(R"([{"operation": "readStatus"}])");
+    QVERIFY(m_driver->readStatus() < 0);
     write(content);
     QCOMPARE(m_driver->readStatus(), 0);
 }

@@ -1,5 +1,6 @@
 #include "fpaxsteps.h"
 
+#include <QMap>
 #include <QTest>
 
 /// Fields of a template on paper: each test places a few and looks at the text and the picture of a receipt.

@@ -1,5 +1,8 @@
 #include "fpaxlibrary.h"
 
+#include <QFileInfo>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -132,11 +135,16 @@ void TestEmulatorLibrary::unloadFreesObjectsThatNobodyReleased()
 
 void TestEmulatorLibrary::libraryCanBeLoadedAgain()
 {
+    const QTemporaryDir empty;
+    QVERIFY(empty.isValid());
+    qputenv("FPAX_HOME", empty.path().toUtf8());
+    const auto forget = qScopeGuard([] { qunsetenv("FPAX_HOME"); });
     for (int i = 0; i < 3; ++i) {
-        FpaxLibrary fpax;
-        IFpax* driver = connected(fpax);
+        // Only a library that was gone looks for the files again, and there are none.
+        FpaxLibrary fpax(FpaxLibrary::Start::Files);
         QCOMPARE(fpax.state().value("mode").toInt(), 0);
-        QCOMPARE(enter(driver, 4), 0);
+        fpax.reset();
+        QCOMPARE(enter(connected(fpax), 4), 0);
         QCOMPARE(fpax.state().value("mode").toInt(), 4);
     }
 }

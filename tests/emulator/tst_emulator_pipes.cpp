@@ -1,5 +1,6 @@
-#include "fpaxlibrary.h"
+#include "fpaxsteps.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -11,10 +12,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <thread>
 
-/// A pipe among the files of the emulator: nobody writes to it, so whoever opens it for reading waits.
+/// A pipe among the files of the emulator: nobody writes to it, so whoever opens it for reading waits,
+/// and so does whoever opens it for writing.
 class TestEmulatorPipes : public QObject
 {
     Q_OBJECT
@@ -27,6 +30,8 @@ private slots:
     void pipeInPlaceOfTheRulesHasNone();
     void pipeEndsTheRulesOfTheFileBefore();
     void rulesOfAFileInPlaceOfThePipeHold();
+    void pipeInPlaceOfAComingFileIsNotWrittenTo_data();
+    void pipeInPlaceOfAComingFileIsNotWrittenTo();
 
 private:
     QString file(const QString& name) const { return m_folder->filePath(name); }
@@ -84,6 +89,58 @@ private:
     QByteArray m_path;
     QSemaphore m_stop;
     std::atomic<bool> m_wasRead = false;
+    std::thread m_thread;
+};
+
+/// Makes a pipe and takes whatever is written to it, so that no writer waits.
+class DrainedPipe
+{
+public:
+    explicit DrainedPipe(const QString& path)
+    {
+        const QByteArray name = QFile::encodeName(path);
+        if (::mkfifo(name.constData(), 0600) != 0)
+            qFatal("no pipe at %s", name.constData());
+        m_end = ::open(name.constData(), O_RDONLY | O_NONBLOCK);
+        m_thread = std::thread([this] {
+            while (!m_stop.tryAcquire(1, 5))
+                drain();
+        });
+    }
+    ~DrainedPipe()
+    {
+        stop();
+        ::close(m_end);
+    }
+    DrainedPipe(const DrainedPipe&) = delete;
+    DrainedPipe& operator=(const DrainedPipe&) = delete;
+
+    /// Whether anything came through. The watch ends.
+    bool wasWritten()
+    {
+        stop();
+        drain();
+        return m_wasWritten;
+    }
+
+private:
+    void drain()
+    {
+        std::array<char, 4096> buffer{};
+        while (::read(m_end, buffer.data(), buffer.size()) > 0)
+            m_wasWritten = true;
+    }
+
+    void stop()
+    {
+        m_stop.release();
+        if (m_thread.joinable())
+            m_thread.join();
+    }
+
+    int m_end = -1;
+    QSemaphore m_stop;
+    std::atomic<bool> m_wasWritten = false;
     std::thread m_thread;
 };
 
@@ -168,6 +225,34 @@ void TestEmulatorPipes::rulesOfAFileInPlaceOfThePipeHold()
     writeRules();
     QVERIFY(driver->readStatus() < 0);
     QCOMPARE(codeOf(driver), -71);
+}
+
+void TestEmulatorPipes::pipeInPlaceOfAComingFileIsNotWrittenTo_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("written");
+    const QString text = "fpax_paper/0001-annulled.txt";
+    const QString picture = "fpax_paper/0001-annulled.png";
+    QTest::newRow("state") << "fpax_state.json.part" << QStringList{text, picture};
+    QTest::newRow("text of a print") << text << QStringList{"fpax_state.json"};
+    QTest::newRow("picture of a print") << picture << QStringList{"fpax_state.json", text};
+}
+
+void TestEmulatorPipes::pipeInPlaceOfAComingFileIsNotWrittenTo()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, written);
+    QVERIFY(QDir(m_folder->path()).mkdir("fpax_paper"));
+    DrainedPipe pipe(file(name));
+    FpaxLibrary fpax;
+    fpax.control({{"cmd", "reload"}});
+    IFpax* driver = connected(fpax);
+    QCOMPARE(openReceipt(driver), 0);
+    QCOMPARE(driver->cancelCheck(), 0);
+    QVERIFY(!pipe.wasWritten());
+    QVERIFY(QFileInfo::exists(file(name)) && !QFileInfo(file(name)).isFile());
+    for (const QString& other : written)
+        QVERIFY2(QFileInfo(file(other)).isFile(), qPrintable(other));
 }
 
 QTEST_MAIN(TestEmulatorPipes)

@@ -283,7 +283,7 @@ void TestEmulatorRegisters::unknownUnitIsABadParameter()
     IFpax* driver = connected(fpax);
     driver->setUnitType(7);
     QVERIFY(driver->readUnitVersion() < 0);
-    QVERIFY(codeOf(driver) < 0);
+    QCOMPARE(codeOf(driver), -11);
     QVERIFY(numberOf(driver, &IFpax::getBadParam) != 0);
     QVERIFY(!textOf(driver, &IFpax::getBadParamDescription).isEmpty());
 }

@@ -84,6 +84,7 @@ void TestEmulatorSettings::settingWithoutANameIsABadParameter()
     FpaxLibrary fpax;
     IFpax* driver = fpax.create();
     QVERIFY(driver->setSingleSetting(nullptr, L"5") < 0);
+    QCOMPARE(codeOf(driver), -11);
     QVERIFY(numberOf(driver, &IFpax::getBadParam) != 0);
     QVERIFY(driver->setSingleSetting(L"", L"5") < 0);
     QCOMPARE(driver->setSingleSetting(L"Port", nullptr), 0);
@@ -160,7 +161,7 @@ void TestEmulatorSettings::badSettingsAreRefused()
     setSetting(driver, "Port", port);
     setSetting(driver, name, value);
     QVERIFY(driver->applySingleSettings() < 0);
-    QVERIFY(codeOf(driver) < 0);
+    QCOMPARE(codeOf(driver), -11);
     QVERIFY(numberOf(driver, &IFpax::getBadParam) != 0);
     QVERIFY(textOf(driver, &IFpax::getBadParamDescription).contains(name));
 }

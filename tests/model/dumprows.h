@@ -72,8 +72,7 @@ inline Item recordOf(int row, const QList<int>& bytes)
 
 inline QMap<int, Item> read(const QStringList& lines)
 {
-    static const BD_T20Items empty; // copied, because making the catalogue takes long
-    BD_T20Items bd = empty;
+    BD_T20Items bd = recordtools::emptyStore();
     bd.LoadFromListV02(lines);
     return bd.items;
 }

@@ -74,8 +74,7 @@ inline Item recordOf(bool old, int key)
 
 inline QMap<int, Item> read(const QStringList& lines, bool old)
 {
-    static const BD_T20Items empty; // copied, because making the catalogue takes long
-    BD_T20Items bd = empty;
+    BD_T20Items bd = recordtools::emptyStore();
     bd.LoadFromListV01(lines, old);
     return bd.items;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/templatetext.h"
 #include "records.h"
 
 #include <QMap>
@@ -56,7 +57,8 @@ inline QStringList differences(const QMap<int, Item>& actual, const QMap<int, It
     return found;
 }
 
-/// A record whose every field differs from that of a blank one and of every other key below 100.
+/// A record whose fields all differ from those of a blank one, and but for FA_NEED from those of every other key
+/// below 100.
 inline Item markedItem(int key)
 {
     Item item;
@@ -69,6 +71,22 @@ inline Item markedItem(int key)
     item.Desc = QStringLiteral("Прежнее: поле %1").arg(key);
     item.DescView = QStringLiteral("П. поле %1").arg(key);
     return item;
+}
+
+/// A store without fields; copied, because making the catalogue takes long.
+inline BD_T20Items emptyStore()
+{
+    static const BD_T20Items empty;
+    return empty;
+}
+
+/// How the lines of a file vote for the formats.
+inline QList<int> votesFor(const QByteArray& data)
+{
+    const TemplateText text(data);
+    QList<int> votes;
+    emptyStore().LoadFrom_AnalizeType(text.lines(), votes);
+    return votes;
 }
 
 /// True for the keys of the fields that every device wants.

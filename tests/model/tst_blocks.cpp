@@ -1,8 +1,11 @@
 #include "records.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
+#include <algorithm>
 #include <climits>
+#include <utility>
 
 using namespace records;
 
@@ -20,6 +23,7 @@ private slots:
     void recomputeGivesTenBlocks();
     void recomputeSizesEachBlockByItsHighestLine();
     void recomputeListsKeysInAscendingOrderAndNotByPosition();
+    void recomputeFindsTheLeftmostFieldsThatEachBlockFinds();
     void recomputeOfAnEmptyStoreLeavesTheBlocks();
     void recomputeReplacesTheOldBlocks();
     void recomputeLeavesOutFieldsOfOtherBlocks_data();
@@ -140,6 +144,26 @@ void TestBlocks::recomputeListsKeysInAscendingOrderAndNotByPosition()
     bd.ReComputeBDBlocks();
     QCOMPARE(bd.blocks.at(1).lines.at(1).poles, (QList<int>{1, 2, 3}));
     QCOMPARE(bd.blocks.at(1).lines.at(1).firstIdx, 2);
+}
+
+void TestBlocks::recomputeFindsTheLeftmostFieldsThatEachBlockFinds()
+{
+    QRandomGenerator random(1);
+    BD_T20Items bd;
+    // Few lines and positions, so that many fields share a line and some a cell.
+    for (int key = 1; key <= 300; ++key)
+        bd.AddPoleToBD(
+            key, fieldAt(random.bounded(10), random.bounded(1, 9), random.bounded(12), random.bounded(3)));
+    bd.ReComputeBDBlocks();
+    for (auto& block : bd.blocks) {
+        QList<int> found;
+        for (const auto& line : std::as_const(block.lines))
+            found.append(line.firstIdx);
+        QVERIFY(found.contains(-1) && *std::max_element(found.cbegin(), found.cend()) > 0);
+        block.ComputeParamsForAllLines(&bd);
+        for (int line = 0; line < block.lines.size(); ++line)
+            QCOMPARE(block.lines.at(line).firstIdx, found.at(line));
+    }
 }
 
 void TestBlocks::recomputeOfAnEmptyStoreLeavesTheBlocks()
@@ -357,5 +381,5 @@ void TestBlocks::readsOutsideTheBlocksFindNothing()
     QCOMPARE(bd.getLineX2Y(block, line), 0);
 }
 
-QTEST_APPLESS_MAIN(TestBlocks)
+QTEST_GUILESS_MAIN(TestBlocks)
 #include "tst_blocks.moc"

@@ -1,10 +1,11 @@
+#include "markingtranslator.h"
 #include "model/bd_t20items.h"
 
 #include <QFile>
 #include <QTest>
-#include <QTranslator>
 
 #include <climits>
+#include <type_traits>
 
 namespace {
 
@@ -33,17 +34,6 @@ QList<CatalogueRow> readCatalogue()
     return rows;
 }
 
-/// Marks every text that it is asked for.
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* sourceText, const char*, int) const override
-    {
-        return QLatin1String(context) + u'|' + QString::fromUtf8(sourceText);
-    }
-};
-
 } // namespace
 
 class TestCatalogue : public QObject
@@ -69,8 +59,6 @@ private slots:
     void keyIsMandatory();
     void mandatoryKeysOutsideTheCatalogue_data();
     void mandatoryKeysOutsideTheCatalogue();
-    void mandatoryDoesNotDependOnTheRecord();
-    void mandatoryDoesNotDependOnTheGeneration();
     void labelsPassThroughTranslation();
 
 private:
@@ -116,7 +104,6 @@ void TestCatalogue::listsAreReferencesIntoTheStore()
     BD_T20Items bd;
     QCOMPARE(&bd.getPolesLabels(), &bd.PolesLabels);
     QCOMPARE(&bd.getPolesLabelsView(), &bd.PolesLabelsView);
-    QVERIFY(&bd.getPolesLabels() != &bd.getPolesLabelsView());
 }
 
 void TestCatalogue::tenShortLabelsKeepTheirClass()
@@ -255,6 +242,8 @@ void TestCatalogue::keyIsMandatory()
 {
     QFETCH(int, key);
     QFETCH(bool, isMandatory);
+    // Neither the record nor the generation of the catalogue has a say.
+    static_assert(std::is_same_v<decltype(&BD_T20Items::getFA_NEED), bool (*)(int)>);
     QCOMPARE(BD_T20Items::getFA_NEED(key), isMandatory);
 }
 
@@ -271,29 +260,6 @@ void TestCatalogue::mandatoryKeysOutsideTheCatalogue()
     QVERIFY(!BD_T20Items::getFA_NEED(key));
 }
 
-void TestCatalogue::mandatoryDoesNotDependOnTheRecord()
-{
-    BD_T20Items bd;
-    bd.getPoleByKey(1).FA_NEED = true;
-    bd.getPoleByKey(12).FA_NEED = false;
-    QVERIFY(!bd.getFA_NEED(1));
-    QVERIFY(bd.getFA_NEED(12));
-    QVERIFY(bd.getFA_NEED(16));
-    QCOMPARE(bd.items.keys(), (QList<int>{1, 12}));
-}
-
-void TestCatalogue::mandatoryDoesNotDependOnTheGeneration()
-{
-    BD_T20Items bd;
-    for (const auto init : {&BD_T20Items::InitPolesLabelsCmn, &BD_T20Items::InitPolesLabelsV01,
-                            &BD_T20Items::InitPolesLabelsV02, &BD_T20Items::InitPolesLabelsV03}) {
-        (bd.*init)();
-        QVERIFY(bd.getFA_NEED(134));
-        for (int key = 135; key <= 160; ++key)
-            QVERIFY(!bd.getFA_NEED(key));
-    }
-}
-
 void TestCatalogue::labelsPassThroughTranslation()
 {
     MarkingTranslator translator;
@@ -302,7 +268,10 @@ void TestCatalogue::labelsPassThroughTranslation()
     QVERIFY(QCoreApplication::removeTranslator(&translator));
     QCOMPARE(bd.PolesLabels.size(), 160);
     for (int i = 0; i < 160; ++i)
-        QCOMPARE(bd.PolesLabels.at(i), QString(u"QObject|" + m_rows.at(i).label));
+        QCOMPARE(bd.PolesLabels.at(i), MarkingTranslator::marked(m_rows.at(i).label));
+    QCOMPARE(bd.PolesLabelsView.size(), 160);
+    for (const auto& label : bd.PolesLabelsView)
+        QVERIFY2(label.startsWith(u'Q'), qPrintable(label)); // of the mark
 }
 
 QTEST_GUILESS_MAIN(TestCatalogue)

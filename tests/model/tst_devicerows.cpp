@@ -397,5 +397,4 @@ void TestDeviceRows::storeStaysAsItIs()
 }
 
 QTEST_GUILESS_MAIN(TestDeviceRows)
-
 #include "tst_devicerows.moc"

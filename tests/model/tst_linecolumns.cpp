@@ -22,7 +22,7 @@ int numberOf(const QString& text)
 
 } // namespace
 
-class tst_LineColumns : public QObject
+class TestLineColumns : public QObject
 {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ private slots:
     void numbersAreThoseOfTheGeneralConversion();
 };
 
-void tst_LineColumns::semicolonsSeparateAndEmptyColumnsCount_data()
+void TestLineColumns::semicolonsSeparateAndEmptyColumnsCount_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QStringList>("columns");
@@ -49,14 +49,14 @@ void tst_LineColumns::semicolonsSeparateAndEmptyColumnsCount_data()
     QTest::newRow("quotes mean nothing") << "\"a;b\"" << QStringList{"\"a", "b\""};
 }
 
-void tst_LineColumns::semicolonsSeparateAndEmptyColumnsCount()
+void TestLineColumns::semicolonsSeparateAndEmptyColumnsCount()
 {
     QFETCH(const QString, line);
     QFETCH(const QStringList, columns);
     QCOMPARE(columnsOf(line, 1), columns);
 }
 
-void tst_LineColumns::commasSeparateOnlyIfSemicolonsDoNotGiveEnough()
+void TestLineColumns::commasSeparateOnlyIfSemicolonsDoNotGiveEnough()
 {
     QCOMPARE(columnsOf("a;b,c,d", 2), (QStringList{"a", "b,c,d"}));
     QCOMPARE(columnsOf("a;b,c,d", 3), (QStringList{"a;b", "c", "d"}));
@@ -64,7 +64,7 @@ void tst_LineColumns::commasSeparateOnlyIfSemicolonsDoNotGiveEnough()
     QCOMPARE(columnsOf("a;b;c,d", 4), (QStringList{"a;b;c", "d"}));
 }
 
-void tst_LineColumns::nothingBeyondTheMostIsSplit()
+void TestLineColumns::nothingBeyondTheMostIsSplit()
 {
     const int most = LineColumns::kMost;
     for (const int count : {most - 1, most, most + 1, 3 * most}) {
@@ -76,19 +76,19 @@ void tst_LineColumns::nothingBeyondTheMostIsSplit()
     QCOMPARE(columnsOf(QString(100, ';') + ",a", 100), (QStringList{QString(100, ';'), "a"}));
 }
 
-void tst_LineColumns::columnIsTakenAsANumber_data()
+void TestLineColumns::columnIsTakenAsANumber_data()
 {
     recordtools::addNumberRows();
 }
 
-void tst_LineColumns::columnIsTakenAsANumber()
+void TestLineColumns::columnIsTakenAsANumber()
 {
     QFETCH(const QString, text);
     QFETCH(const int, value);
     QCOMPARE(numberOf(text), value);
 }
 
-void tst_LineColumns::numbersAreThoseOfTheGeneralConversion()
+void TestLineColumns::numbersAreThoseOfTheGeneralConversion()
 {
     QRandomGenerator random(26);
     const QString alphabet = QString::fromUtf8("000123456789+- \t\r.,/:xA\u00a0\u2212\u0663\u0967\uff17");
@@ -105,5 +105,5 @@ void tst_LineColumns::numbersAreThoseOfTheGeneralConversion()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_LineColumns)
+QTEST_GUILESS_MAIN(TestLineColumns)
 #include "tst_linecolumns.moc"

@@ -212,5 +212,5 @@ void TestLineOperations::copyOfAStoreIsNotMovedAlong()
     QCOMPARE(linesOf(copy), (QList<int>{1, 2}));
 }
 
-QTEST_APPLESS_MAIN(TestLineOperations)
+QTEST_GUILESS_MAIN(TestLineOperations)
 #include "tst_lineoperations.moc"

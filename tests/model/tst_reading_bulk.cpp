@@ -1,8 +1,9 @@
-#include "model/bd_t20items.h"
-#include "model/templatetext.h"
+#include "recordtools.h"
 
 #include <QRandomGenerator>
 #include <QTest>
+
+using recordtools::votesFor;
 
 // Files that are far larger or far worse than any template. They end in time and leave a sound template.
 
@@ -21,17 +22,9 @@ void readInEveryWay(BD_T20Items& bd, const QByteArray& data)
     bd.LoadFromListV04(text.lines());
 }
 
-QList<int> votesFor(const QByteArray& data)
-{
-    const TemplateText text(data);
-    QList<int> votes;
-    BD_T20Items().LoadFrom_AnalizeType(text.lines(), votes);
-    return votes;
-}
-
 } // namespace
 
-class tst_ReadingBulk : public QObject
+class TestReadingBulk : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +37,7 @@ private slots:
     void randomBytes();
 };
 
-void tst_ReadingBulk::millionLinesOfEachFormat_data()
+void TestReadingBulk::millionLinesOfEachFormat_data()
 {
     QTest::addColumn<int>("format");
     QTest::newRow("old, 20+[str]") << 1;
@@ -53,7 +46,7 @@ void tst_ReadingBulk::millionLinesOfEachFormat_data()
     QTest::newRow("new, 26+str") << 4;
 }
 
-void tst_ReadingBulk::millionLinesOfEachFormat()
+void TestReadingBulk::millionLinesOfEachFormat()
 {
     QFETCH(const int, format);
     QByteArray data;
@@ -101,7 +94,7 @@ void tst_ReadingBulk::millionLinesOfEachFormat()
     QCOMPARE(bd.items.last().Desc, format > 2 ? QString("Text") : QString("unknow:%1").arg(count));
 }
 
-void tst_ReadingBulk::millionEmptyLines()
+void TestReadingBulk::millionEmptyLines()
 {
     const QByteArray data(kMillion, '\n');
     QCOMPARE(TemplateText(data).lines().size(), kMillion + 1);
@@ -111,7 +104,7 @@ void tst_ReadingBulk::millionEmptyLines()
     QVERIFY(bd.items.isEmpty());
 }
 
-void tst_ReadingBulk::oneEndlessLine_data()
+void TestReadingBulk::oneEndlessLine_data()
 {
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<int>("count");
@@ -127,7 +120,7 @@ void tst_ReadingBulk::oneEndlessLine_data()
     QTest::newRow("zero bytes") << QByteArray(kEightMegabytes, '\0') << 0;
 }
 
-void tst_ReadingBulk::oneEndlessLine()
+void TestReadingBulk::oneEndlessLine()
 {
     QFETCH(const QByteArray, data);
     QFETCH(const int, count);
@@ -138,7 +131,7 @@ void tst_ReadingBulk::oneEndlessLine()
     QCOMPARE(bd.items.size(), count);
 }
 
-void tst_ReadingBulk::randomBytes()
+void TestReadingBulk::randomBytes()
 {
     QRandomGenerator random(100000);
     const QByteArray likely("0000111223456789abcdef;;;;;;;;;;;,,,,,-+# \r");
@@ -189,5 +182,5 @@ void tst_ReadingBulk::randomBytes()
     QCOMPARE(rows.size(), bd.items.size());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingBulk)
+QTEST_GUILESS_MAIN(TestReadingBulk)
 #include "tst_reading_bulk.moc"

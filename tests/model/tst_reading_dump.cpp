@@ -17,7 +17,7 @@ QMap<int, Item> readWithThird(const QString& changed)
 
 } // namespace
 
-class tst_ReadingDump : public QObject
+class TestReadingDump : public QObject
 {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ private slots:
     void fieldMustBeOneToNine();
 };
 
-void tst_ReadingDump::nineLinesAreARecord()
+void TestReadingDump::nineLinesAreARecord()
 {
     Item item;
     item.FA_NEED = false;
@@ -83,7 +83,7 @@ void tst_ReadingDump::nineLinesAreARecord()
     QCOMPARE(differences(read(lines), expected), QStringList());
 }
 
-void tst_ReadingDump::everyBitGoesToItsField_data()
+void TestReadingDump::everyBitGoesToItsField_data()
 {
     QTest::addColumn<int>("field");
     QTest::addColumn<int>("bit");
@@ -109,7 +109,7 @@ void tst_ReadingDump::everyBitGoesToItsField_data()
     }
 }
 
-void tst_ReadingDump::everyBitGoesToItsField()
+void TestReadingDump::everyBitGoesToItsField()
 {
     QFETCH(const int, field);
     QFETCH(const int, bit);
@@ -121,14 +121,14 @@ void tst_ReadingDump::everyBitGoesToItsField()
              QStringList{"1: " + difference});
 }
 
-void tst_ReadingDump::everyByteIsUnpacked_data()
+void TestReadingDump::everyByteIsUnpacked_data()
 {
     QTest::addColumn<int>("field");
     for (int field = 1; field <= 9; ++field)
         QTest::addRow("field %d", field) << field;
 }
 
-void tst_ReadingDump::everyByteIsUnpacked()
+void TestReadingDump::everyByteIsUnpacked()
 {
     QFETCH(const int, field);
     for (int value = 0; value < 256; ++value) {
@@ -141,7 +141,7 @@ void tst_ReadingDump::everyByteIsUnpacked()
     }
 }
 
-void tst_ReadingDump::valueNeedsTwoHexadecimalDigits_data()
+void TestReadingDump::valueNeedsTwoHexadecimalDigits_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("value");
@@ -156,7 +156,7 @@ void tst_ReadingDump::valueNeedsTwoHexadecimalDigits_data()
         QTest::newRow(text) << QString(text) << value;
 }
 
-void tst_ReadingDump::valueNeedsTwoHexadecimalDigits()
+void TestReadingDump::valueNeedsTwoHexadecimalDigits()
 {
     QFETCH(const QString, text);
     QFETCH(const int, value);
@@ -175,14 +175,14 @@ void tst_ReadingDump::valueNeedsTwoHexadecimalDigits()
     QCOMPARE(differences(read(lines), {{1, recordOf(1, bytes)}}), QStringList());
 }
 
-void tst_ReadingDump::valueOfAnotherLengthIsSkipped_data()
+void TestReadingDump::valueOfAnotherLengthIsSkipped_data()
 {
     QTest::addColumn<QString>("text");
     for (const char* text : {"", "5", "055", "41\r", " 41", "41 ", "0x41"})
         QTest::addRow("\"%s\"", text) << QString(text);
 }
 
-void tst_ReadingDump::valueOfAnotherLengthIsSkipped()
+void TestReadingDump::valueOfAnotherLengthIsSkipped()
 {
     QFETCH(const QString, text);
     QStringList lines = rowLines(1, markedBytes(1));
@@ -193,7 +193,7 @@ void tst_ReadingDump::valueOfAnotherLengthIsSkipped()
     QVERIFY(read(lines).isEmpty());
 }
 
-void tst_ReadingDump::carriageReturnRejectsTheLine()
+void TestReadingDump::carriageReturnRejectsTheLine()
 {
     QStringList lines = rowLines(1, markedBytes(1));
     for (auto& text : lines)
@@ -201,7 +201,7 @@ void tst_ReadingDump::carriageReturnRejectsTheLine()
     QVERIFY(read(lines).isEmpty());
 }
 
-void tst_ReadingDump::lineNeedsExactlyNineColumns_data()
+void TestReadingDump::lineNeedsExactlyNineColumns_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("accepted");
@@ -218,7 +218,7 @@ void tst_ReadingDump::lineNeedsExactlyNineColumns_data()
     }
 }
 
-void tst_ReadingDump::lineNeedsExactlyNineColumns()
+void TestReadingDump::lineNeedsExactlyNineColumns()
 {
     QFETCH(const QString, text);
     QFETCH(const bool, accepted);
@@ -227,7 +227,7 @@ void tst_ReadingDump::lineNeedsExactlyNineColumns()
     QCOMPARE(differences(readWithThird(text), {{1, recordOf(1, bytes)}}), QStringList());
 }
 
-void tst_ReadingDump::commaSeparatesIfSemicolonsDoNot()
+void TestReadingDump::commaSeparatesIfSemicolonsDoNot()
 {
     QList<int> bytes = markedBytes(1);
     bytes[2] = 0xee;
@@ -243,7 +243,7 @@ void tst_ReadingDump::commaSeparatesIfSemicolonsDoNot()
     QCOMPARE(differences(read(commas), {{1, recordOf(1, markedBytes(1))}}), QStringList());
 }
 
-void tst_ReadingDump::columnsThreeToSevenAreNotUsed()
+void TestReadingDump::columnsThreeToSevenAreNotUsed()
 {
     QList<int> bytes = markedBytes(1);
     bytes[2] = 0xee;
@@ -251,7 +251,7 @@ void tst_ReadingDump::columnsThreeToSevenAreNotUsed()
         QCOMPARE(differences(readWithThird(text), {{1, recordOf(1, bytes)}}), QStringList());
 }
 
-void tst_ReadingDump::commentsAreSkipped()
+void TestReadingDump::commentsAreSkipped()
 {
     QStringList lines = rowLines(1, markedBytes(1));
     QStringList commented;
@@ -261,7 +261,7 @@ void tst_ReadingDump::commentsAreSkipped()
     QVERIFY(read(lines.replaceInStrings("20;", "#20;")).isEmpty());
 }
 
-void tst_ReadingDump::tableMustBeTwenty_data()
+void TestReadingDump::tableMustBeTwenty_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("accepted");
@@ -271,7 +271,7 @@ void tst_ReadingDump::tableMustBeTwenty_data()
         QTest::addRow("\"%s\"", text) << QString(text) << false;
 }
 
-void tst_ReadingDump::tableMustBeTwenty()
+void TestReadingDump::tableMustBeTwenty()
 {
     QFETCH(const QString, text);
     QFETCH(const bool, accepted);
@@ -281,7 +281,7 @@ void tst_ReadingDump::tableMustBeTwenty()
              QStringList());
 }
 
-void tst_ReadingDump::fieldMustBeOneToNine_data()
+void TestReadingDump::fieldMustBeOneToNine_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("accepted");
@@ -292,7 +292,7 @@ void tst_ReadingDump::fieldMustBeOneToNine_data()
         QTest::addRow("\"%s\"", text) << QString(text) << false;
 }
 
-void tst_ReadingDump::fieldMustBeOneToNine()
+void TestReadingDump::fieldMustBeOneToNine()
 {
     QFETCH(const QString, text);
     QFETCH(const bool, accepted);
@@ -302,5 +302,5 @@ void tst_ReadingDump::fieldMustBeOneToNine()
              QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingDump)
+QTEST_GUILESS_MAIN(TestReadingDump)
 #include "tst_reading_dump.moc"

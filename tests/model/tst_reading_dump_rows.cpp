@@ -5,7 +5,7 @@
 using namespace dumprows;
 using recordtools::differences;
 
-class tst_ReadingDumpRows : public QObject
+class TestReadingDumpRows : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private slots:
     void linesWithoutARecordChangeNothing();
 };
 
-void tst_ReadingDumpRows::noLinesGiveOne()
+void TestReadingDumpRows::noLinesGiveOne()
 {
     BD_T20Items bd;
     bd.items[1] = recordtools::markedItem(1);
@@ -40,7 +40,7 @@ void tst_ReadingDumpRows::noLinesGiveOne()
     QCOMPARE(bd.LoadFromListV02(rowLines(1, markedBytes(1))), 0);
 }
 
-void tst_ReadingDumpRows::rowsStartAtOneOrTwo()
+void TestReadingDumpRows::rowsStartAtOneOrTwo()
 {
     const auto two = rowLines(2, markedBytes(2));
     const auto three = rowLines(3, markedBytes(3));
@@ -49,14 +49,14 @@ void tst_ReadingDumpRows::rowsStartAtOneOrTwo()
         QStringList());
 }
 
-void tst_ReadingDumpRows::rowsMayNotStartElsewhere_data()
+void TestReadingDumpRows::rowsMayNotStartElsewhere_data()
 {
     QTest::addColumn<QString>("row");
     for (const char* row : {"0", "3", "4", "-1", "", "x", "160", "2147483647", "-2147483648", "4294967297"})
         QTest::addRow("\"%s\"", row) << QString(row);
 }
 
-void tst_ReadingDumpRows::rowsMayNotStartElsewhere()
+void TestReadingDumpRows::rowsMayNotStartElsewhere()
 {
     QFETCH(const QString, row);
     QStringList lines = rowLines(1, markedBytes(5));
@@ -67,7 +67,7 @@ void tst_ReadingDumpRows::rowsMayNotStartElsewhere()
     QCOMPARE(differences(read(lines), {{1, recordOf(1, markedBytes(1))}}), QStringList());
 }
 
-void tst_ReadingDumpRows::gapEndsTheReadingOfAllLaterRows()
+void TestReadingDumpRows::gapEndsTheReadingOfAllLaterRows()
 {
     QStringList lines = rowLines(1, markedBytes(1)) + rowLines(2, markedBytes(2));
     for (const int row : {4, 5, 6, 7, 14})
@@ -76,7 +76,7 @@ void tst_ReadingDumpRows::gapEndsTheReadingOfAllLaterRows()
     QCOMPARE(differences(read(lines), expected), QStringList());
 }
 
-void tst_ReadingDumpRows::rowsDoNotGoBack()
+void TestReadingDumpRows::rowsDoNotGoBack()
 {
     const QStringList lines =
         rowLines(1, markedBytes(1)) + rowLines(2, markedBytes(2)) + rowLines(1, markedBytes(7));
@@ -84,7 +84,7 @@ void tst_ReadingDumpRows::rowsDoNotGoBack()
     QCOMPARE(differences(read(lines), expected), QStringList());
 }
 
-void tst_ReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater_data()
+void TestReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("value of one character") << "20;2;1;0;0;0;0;0;4";
@@ -94,7 +94,7 @@ void tst_ReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater_data()
     QTest::newRow("nothing behind the row") << "20;2;;;;;;;";
 }
 
-void tst_ReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater()
+void TestReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater()
 {
     QFETCH(const QString, text);
     QStringList lines = rowLines(1, markedBytes(1));
@@ -104,7 +104,7 @@ void tst_ReadingDumpRows::rowMovesOnWithALineThatIsRejectedLater()
     QCOMPARE(differences(read(lines), {{3, recordOf(3, markedBytes(3))}}), QStringList());
 }
 
-void tst_ReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier_data()
+void TestReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("comment") << "#20;2;1;0;0;0;0;0;41";
@@ -115,7 +115,7 @@ void tst_ReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier_data()
     QTest::newRow("a row too far") << "20;3;1;0;0;0;0;0;41";
 }
 
-void tst_ReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier()
+void TestReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier()
 {
     QFETCH(const QString, text);
     QStringList lines = rowLines(1, markedBytes(1));
@@ -124,14 +124,14 @@ void tst_ReadingDumpRows::rowStaysWithALineThatIsRejectedEarlier()
     QCOMPARE(differences(read(lines), {{1, recordOf(1, markedBytes(1))}}), QStringList());
 }
 
-void tst_ReadingDumpRows::missingFieldKeepsTheValueOfTheRowBefore_data()
+void TestReadingDumpRows::missingFieldKeepsTheValueOfTheRowBefore_data()
 {
     QTest::addColumn<int>("field");
     for (int field = 1; field <= 8; ++field)
         QTest::addRow("field %d", field) << field;
 }
 
-void tst_ReadingDumpRows::missingFieldKeepsTheValueOfTheRowBefore()
+void TestReadingDumpRows::missingFieldKeepsTheValueOfTheRowBefore()
 {
     QFETCH(const int, field);
     // Row 11 is not mandatory and row 12 is: what belongs to the row is not kept.
@@ -152,7 +152,7 @@ void tst_ReadingDumpRows::missingFieldKeepsTheValueOfTheRowBefore()
     QCOMPARE(differences(read(lines), expected), QStringList());
 }
 
-void tst_ReadingDumpRows::rowWithoutItsLastFieldIsNeverStored()
+void TestReadingDumpRows::rowWithoutItsLastFieldIsNeverStored()
 {
     // Row 2 is cut off before its end, and row 3 has nothing but its end: row 3 shows what row 2 left.
     const QStringList lines =
@@ -164,7 +164,7 @@ void tst_ReadingDumpRows::rowWithoutItsLastFieldIsNeverStored()
     QCOMPARE(differences(read(lines), {{1, recordOf(1, markedBytes(1))}, {3, third}}), QStringList());
 }
 
-void tst_ReadingDumpRows::lastFieldStoresWhatIsThereAtThatMoment()
+void TestReadingDumpRows::lastFieldStoresWhatIsThereAtThatMoment()
 {
     // The end of row 1 stands before its field 8, which then counts for row 2.
     QStringList lines = rowLines(1, markedBytes(1));
@@ -181,7 +181,7 @@ void tst_ReadingDumpRows::lastFieldStoresWhatIsThereAtThatMoment()
     QCOMPARE(differences(items[2], recordOf(2, bytes)), QStringList());
 }
 
-void tst_ReadingDumpRows::repeatedFieldReplacesTheValue()
+void TestReadingDumpRows::repeatedFieldReplacesTheValue()
 {
     QStringList lines = rowLines(1, markedBytes(1));
     lines += {line(1, 6, "07"), line(1, 9, "08")};
@@ -191,7 +191,7 @@ void tst_ReadingDumpRows::repeatedFieldReplacesTheValue()
     QCOMPARE(differences(read(lines), {{1, recordOf(1, bytes)}}), QStringList());
 }
 
-void tst_ReadingDumpRows::rowsBeyondTheCatalogueAreUnknown()
+void TestReadingDumpRows::rowsBeyondTheCatalogueAreUnknown()
 {
     QStringList lines;
     for (int row = 1; row <= 162; ++row)
@@ -210,7 +210,7 @@ void tst_ReadingDumpRows::rowsBeyondTheCatalogueAreUnknown()
     QCOMPARE(items[162].Type, 162);
 }
 
-void tst_ReadingDumpRows::recordsAreReplacedKeyByKey()
+void TestReadingDumpRows::recordsAreReplacedKeyByKey()
 {
     BD_T20Items bd;
     QMap<int, Item> expected;
@@ -222,7 +222,7 @@ void tst_ReadingDumpRows::recordsAreReplacedKeyByKey()
     QCOMPARE(differences(bd.items, expected), QStringList());
 }
 
-void tst_ReadingDumpRows::linesWithoutARecordChangeNothing()
+void TestReadingDumpRows::linesWithoutARecordChangeNothing()
 {
     BD_T20Items bd;
     bd.items[1] = recordtools::markedItem(1);
@@ -232,5 +232,5 @@ void tst_ReadingDumpRows::linesWithoutARecordChangeNothing()
     QCOMPARE(differences(bd.items, {{1, recordtools::markedItem(1)}}), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingDumpRows)
+QTEST_GUILESS_MAIN(TestReadingDumpRows)
 #include "tst_reading_dump_rows.moc"

@@ -71,15 +71,14 @@ const QMap<int, Item> kRecord12{{12, record()}};
 
 QMap<int, Item> read(const QStringList& lines)
 {
-    static const BD_T20Items empty; // copied, because making the catalogue takes long
-    BD_T20Items bd = empty;
+    BD_T20Items bd = recordtools::emptyStore();
     bd.LoadFromListV04(lines);
     return bd.items;
 }
 
 } // namespace
 
-class tst_ReadingMask : public QObject
+class TestReadingMask : public QObject
 {
     Q_OBJECT
 
@@ -113,7 +112,7 @@ private slots:
     void linesWithoutARecordChangeNothing();
 };
 
-void tst_ReadingMask::noLinesGiveOne()
+void TestReadingMask::noLinesGiveOne()
 {
     BD_T20Items bd;
     bd.items[12] = recordtools::markedItem(12);
@@ -123,12 +122,12 @@ void tst_ReadingMask::noLinesGiveOne()
     QCOMPARE(bd.LoadFromListV04({lineWith()}), 0);
 }
 
-void tst_ReadingMask::everyFieldComesFromItsColumn()
+void TestReadingMask::everyFieldComesFromItsColumn()
 {
     QCOMPARE(differences(read({lineWith()}), kRecord12), QStringList());
 }
 
-void tst_ReadingMask::oneColumnChangesOneField_data()
+void TestReadingMask::oneColumnChangesOneField_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<QString>("field");
@@ -142,7 +141,7 @@ void tst_ReadingMask::oneColumnChangesOneField_data()
     }
 }
 
-void tst_ReadingMask::oneColumnChangesOneField()
+void TestReadingMask::oneColumnChangesOneField()
 {
     QFETCH(const int, column);
     QFETCH(const QString, field);
@@ -150,7 +149,7 @@ void tst_ReadingMask::oneColumnChangesOneField()
              QStringList{"12: " + field + "=-777"});
 }
 
-void tst_ReadingMask::fillersAreNotUsed()
+void TestReadingMask::fillersAreNotUsed()
 {
     for (const int column : {12, 23, 24}) {
         for (const QString text : {"", "777", "абв", "-", "99999999999"})
@@ -158,7 +157,7 @@ void tst_ReadingMask::fillersAreNotUsed()
     }
 }
 
-void tst_ReadingMask::columnIsTakenAsANumber()
+void TestReadingMask::columnIsTakenAsANumber()
 {
     QFETCH(const QString, text);
     QFETCH(const int, value);
@@ -169,7 +168,7 @@ void tst_ReadingMask::columnIsTakenAsANumber()
     }
 }
 
-void tst_ReadingMask::lineNeeds39Characters()
+void TestReadingMask::lineNeeds39Characters()
 {
     const QString line38 = "1;ffff;1;1;1;1;1;" + QString(18, ';') + "ЖЖЖ";
     QCOMPARE(line38.size(), 38);
@@ -180,7 +179,7 @@ void tst_ReadingMask::lineNeeds39Characters()
     QCOMPARE(items[2].Desc, "ЖЖЖZ");
 }
 
-void tst_ReadingMask::lineNeeds26Columns_data()
+void TestReadingMask::lineNeeds26Columns_data()
 {
     QTest::addColumn<int>("count");
     for (int count = 20; count <= 32; ++count)
@@ -188,7 +187,7 @@ void tst_ReadingMask::lineNeeds26Columns_data()
     QTest::newRow("1000 columns") << 1000;
 }
 
-void tst_ReadingMask::lineNeeds26Columns()
+void TestReadingMask::lineNeeds26Columns()
 {
     QFETCH(const int, count);
     QStringList all = columns();
@@ -201,7 +200,7 @@ void tst_ReadingMask::lineNeeds26Columns()
                  QStringList());
 }
 
-void tst_ReadingMask::commaSeparatesIfSemicolonsDoNot()
+void TestReadingMask::commaSeparatesIfSemicolonsDoNot()
 {
     QCOMPARE(differences(read({lineWith({}, ',')}), kRecord12), QStringList());
     // Too few semicolons are part of the text.
@@ -211,7 +210,7 @@ void tst_ReadingMask::commaSeparatesIfSemicolonsDoNot()
     QCOMPARE(differences(read({lineWith({{12, QString(50, ',')}})}), kRecord12), QStringList());
 }
 
-void tst_ReadingMask::firstColumnDecides_data()
+void TestReadingMask::firstColumnDecides_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("accepted");
@@ -224,7 +223,7 @@ void tst_ReadingMask::firstColumnDecides_data()
         QTest::addRow("\"%s\"", text) << QString(text) << false << false;
 }
 
-void tst_ReadingMask::firstColumnDecides()
+void TestReadingMask::firstColumnDecides()
 {
     QFETCH(const QString, text);
     QFETCH(const bool, accepted);
@@ -237,14 +236,14 @@ void tst_ReadingMask::firstColumnDecides()
     QCOMPARE(differences(read({lineWith({{0, text}})}), expected), QStringList());
 }
 
-void tst_ReadingMask::commentsAreSkipped()
+void TestReadingMask::commentsAreSkipped()
 {
     QCOMPARE(differences(read({'#' + lineWith(), "#1;" + lineWith(), lineWith()}), kRecord12), QStringList());
     QVERIFY(read({'#' + lineWith()}).isEmpty());
     QCOMPARE(read({lineWith({{25, "#Свой"}})}).value(12).Desc, "#Свой");
 }
 
-void tst_ReadingMask::maskIsHexadecimal_data()
+void TestReadingMask::maskIsHexadecimal_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<quint32>("mask");
@@ -279,7 +278,7 @@ void tst_ReadingMask::maskIsHexadecimal_data()
     row("1.0", 0xfff);
 }
 
-void tst_ReadingMask::maskIsHexadecimal()
+void TestReadingMask::maskIsHexadecimal()
 {
     QFETCH(const QString, text);
     QFETCH(const quint32, mask);
@@ -288,7 +287,7 @@ void tst_ReadingMask::maskIsHexadecimal()
     QCOMPARE(differences(read({lineWith({{1, text}})}), {{12, expected}}), QStringList());
 }
 
-void tst_ReadingMask::keyIsTypePlusOne_data()
+void TestReadingMask::keyIsTypePlusOne_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("type");
@@ -314,7 +313,7 @@ void tst_ReadingMask::keyIsTypePlusOne_data()
     row("2147483648", 0, 1);
 }
 
-void tst_ReadingMask::keyIsTypePlusOne()
+void TestReadingMask::keyIsTypePlusOne()
 {
     QFETCH(const QString, text);
     QFETCH(const int, type);
@@ -324,7 +323,7 @@ void tst_ReadingMask::keyIsTypePlusOne()
     QCOMPARE(differences(read({lineWith({{2, text}})}), {{key, expected}}), QStringList());
 }
 
-void tst_ReadingMask::recordsComeInAnyOrder()
+void TestReadingMask::recordsComeInAnyOrder()
 {
     QStringList lines;
     for (const int type : {5, 0, 159, 3, 4})
@@ -337,7 +336,7 @@ void tst_ReadingMask::recordsComeInAnyOrder()
     }
 }
 
-void tst_ReadingMask::laterLineOfTheSameTypeReplaces()
+void TestReadingMask::laterLineOfTheSameTypeReplaces()
 {
     const QStringList lines{lineWith({{0, "0"}, {1, "1"}, {3, "9"}, {22, "8"}, {25, "Прежнее"}}),
                             lineWith({{2, "3"}, {25, "Другое"}}), lineWith()};
@@ -348,7 +347,7 @@ void tst_ReadingMask::laterLineOfTheSameTypeReplaces()
     QCOMPARE(read({lineWith(), lineWith({{2, "011"}, {25, ""}})}).value(12).Desc, QString(""));
 }
 
-void tst_ReadingMask::descriptionIsTakenAsItStands_data()
+void TestReadingMask::descriptionIsTakenAsItStands_data()
 {
     QTest::addColumn<QString>("desc");
     QTest::addColumn<QString>("view");
@@ -368,7 +367,7 @@ void tst_ReadingMask::descriptionIsTakenAsItStands_data()
     row(" Свой: %1 \"текст\" ", " .: %1 \"текст\" ");
 }
 
-void tst_ReadingMask::descriptionIsTakenAsItStands()
+void TestReadingMask::descriptionIsTakenAsItStands()
 {
     QFETCH(const QString, desc);
     QFETCH(const QString, view);
@@ -378,7 +377,7 @@ void tst_ReadingMask::descriptionIsTakenAsItStands()
     QCOMPARE(differences(read({lineWith({{25, desc}})}), {{12, expected}}), QStringList());
 }
 
-void tst_ReadingMask::descriptionIsCutAtTheSeparator()
+void TestReadingMask::descriptionIsCutAtTheSeparator()
 {
     QCOMPARE(read({lineWith({{25, "Свой: а;б"}})}).value(12).Desc, "Свой: а");
     QCOMPARE(read({lineWith({{25, "Свой: а,б"}})}).value(12).Desc, "Свой: а,б");
@@ -386,7 +385,7 @@ void tst_ReadingMask::descriptionIsCutAtTheSeparator()
     QCOMPARE(read({lineWith({{25, ";Свой"}})}).value(12).Desc, QString(""));
 }
 
-void tst_ReadingMask::carriageReturnStaysInTheDescription()
+void TestReadingMask::carriageReturnStaysInTheDescription()
 {
     QCOMPARE(read({lineWith() + '\r'}).value(12).Desc, "Свой: текст\r");
     QCOMPARE(read({lineWith() + '\r'}).value(12).DescView, "С.: текст\r");
@@ -394,7 +393,7 @@ void tst_ReadingMask::carriageReturnStaysInTheDescription()
     QCOMPARE(read({lineWith() + ";\r"}).value(12).Desc, "Свой: текст");
 }
 
-void tst_ReadingMask::mandatoryFieldsAreThoseOfTheFile()
+void TestReadingMask::mandatoryFieldsAreThoseOfTheFile()
 {
     // Key 12 is mandatory by rule, key 1 is not: the file has the last word.
     const auto items = read({lineWith({{0, "0"}}), lineWith({{2, "0"}})});
@@ -402,7 +401,7 @@ void tst_ReadingMask::mandatoryFieldsAreThoseOfTheFile()
     QCOMPARE(items[1].FA_NEED, true);
 }
 
-void tst_ReadingMask::recordsAreReplacedKeyByKey()
+void TestReadingMask::recordsAreReplacedKeyByKey()
 {
     BD_T20Items bd;
     QMap<int, Item> expected;
@@ -413,7 +412,7 @@ void tst_ReadingMask::recordsAreReplacedKeyByKey()
     QCOMPARE(differences(bd.items, expected), QStringList());
 }
 
-void tst_ReadingMask::linesWithoutARecordChangeNothing()
+void TestReadingMask::linesWithoutARecordChangeNothing()
 {
     BD_T20Items bd;
     bd.items[12] = recordtools::markedItem(12);
@@ -421,5 +420,5 @@ void tst_ReadingMask::linesWithoutARecordChangeNothing()
     QCOMPARE(differences(bd.items, {{12, recordtools::markedItem(12)}}), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingMask)
+QTEST_GUILESS_MAIN(TestReadingMask)
 #include "tst_reading_mask.moc"

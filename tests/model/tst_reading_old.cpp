@@ -7,7 +7,7 @@
 using namespace oldrecords;
 using recordtools::differences;
 
-class tst_ReadingOld : public QObject
+class TestReadingOld : public QObject
 {
     Q_OBJECT
 
@@ -38,13 +38,13 @@ private slots:
     void commaSeparatesIfSemicolonsDoNot();
 };
 
-void tst_ReadingOld::everyFieldComesFromItsColumn()
+void TestReadingOld::everyFieldComesFromItsColumn()
 {
     QFETCH(const bool, old);
     QCOMPARE(differences(read({lineOf(old)}, old), {{1, recordOf(old, 1)}}), QStringList());
 }
 
-void tst_ReadingOld::oneColumnChangesOneField_data()
+void TestReadingOld::oneColumnChangesOneField_data()
 {
     QTest::addColumn<bool>("old");
     QTest::addColumn<int>("column");
@@ -68,7 +68,7 @@ void tst_ReadingOld::oneColumnChangesOneField_data()
     }
 }
 
-void tst_ReadingOld::oneColumnChangesOneField()
+void TestReadingOld::oneColumnChangesOneField()
 {
     QFETCH(const bool, old);
     QFETCH(const int, column);
@@ -77,7 +77,7 @@ void tst_ReadingOld::oneColumnChangesOneField()
              QStringList{"1: " + field + "=-777"});
 }
 
-void tst_ReadingOld::columnIsTakenAsANumber()
+void TestReadingOld::columnIsTakenAsANumber()
 {
     QFETCH(const QString, text);
     QFETCH(const int, value);
@@ -91,7 +91,7 @@ void tst_ReadingOld::columnIsTakenAsANumber()
     }
 }
 
-void tst_ReadingOld::numbersOutOfRangeAreStored()
+void TestReadingOld::numbersOutOfRangeAreStored()
 {
     QFETCH(const bool, old);
     const auto items =
@@ -102,7 +102,7 @@ void tst_ReadingOld::numbersOutOfRangeAreStored()
     QCOMPARE(items[3].Size, std::numeric_limits<int>::max());
 }
 
-void tst_ReadingOld::maskModeIsMadeOfTwoColumns_data()
+void TestReadingOld::maskModeIsMadeOfTwoColumns_data()
 {
     QTest::addColumn<QString>("high");
     QTest::addColumn<QString>("low");
@@ -133,7 +133,7 @@ void tst_ReadingOld::maskModeIsMadeOfTwoColumns_data()
     row("2147483648", "1", 1);
 }
 
-void tst_ReadingOld::maskModeIsMadeOfTwoColumns()
+void TestReadingOld::maskModeIsMadeOfTwoColumns()
 {
     QFETCH(const QString, high);
     QFETCH(const QString, low);
@@ -146,7 +146,7 @@ void tst_ReadingOld::maskModeIsMadeOfTwoColumns()
     QCOMPARE(differences(read({columns.join(';')}, true), {{1, expected}}), QStringList());
 }
 
-void tst_ReadingOld::maskModeBeyondEveryNumberStaysOutOfRange_data()
+void TestReadingOld::maskModeBeyondEveryNumberStaysOutOfRange_data()
 {
     QTest::addColumn<QString>("high");
     QTest::newRow("just above") << "1073741824";
@@ -155,7 +155,7 @@ void tst_ReadingOld::maskModeBeyondEveryNumberStaysOutOfRange_data()
     QTest::newRow("lowest") << "-2147483648";
 }
 
-void tst_ReadingOld::maskModeBeyondEveryNumberStaysOutOfRange()
+void TestReadingOld::maskModeBeyondEveryNumberStaysOutOfRange()
 {
     QFETCH(const QString, high);
     for (const int low : {0, 1}) {
@@ -169,7 +169,7 @@ void tst_ReadingOld::maskModeBeyondEveryNumberStaysOutOfRange()
     }
 }
 
-void tst_ReadingOld::lineNeeds39Characters()
+void TestReadingOld::lineNeeds39Characters()
 {
     QFETCH(const bool, old);
     const QString line39 = QString("1;").repeated(19) + '1';
@@ -186,7 +186,7 @@ void tst_ReadingOld::lineNeeds39Characters()
     QCOMPARE(read({cyrillic38 + 'Z'}, old).size(), 1);
 }
 
-void tst_ReadingOld::lineNeeds20Columns_data()
+void TestReadingOld::lineNeeds20Columns_data()
 {
     QTest::addColumn<bool>("old");
     QTest::addColumn<int>("count");
@@ -195,7 +195,7 @@ void tst_ReadingOld::lineNeeds20Columns_data()
     forBoth("1000 columns", [](QTestData& data) { data << 1000; });
 }
 
-void tst_ReadingOld::lineNeeds20Columns()
+void TestReadingOld::lineNeeds20Columns()
 {
     QFETCH(const bool, old);
     QFETCH(const int, count);
@@ -213,7 +213,7 @@ void tst_ReadingOld::lineNeeds20Columns()
     }
 }
 
-void tst_ReadingOld::lineThatVotesForNothingIsARecord_data()
+void TestReadingOld::lineThatVotesForNothingIsARecord_data()
 {
     QTest::addColumn<bool>("old");
     QTest::addColumn<int>("count");
@@ -221,7 +221,7 @@ void tst_ReadingOld::lineThatVotesForNothingIsARecord_data()
         forBoth(QString("%1 columns").arg(count), [count](QTestData& data) { data << count; });
 }
 
-void tst_ReadingOld::lineThatVotesForNothingIsARecord()
+void TestReadingOld::lineThatVotesForNothingIsARecord()
 {
     QFETCH(const bool, old);
     QFETCH(const int, count);
@@ -236,7 +236,7 @@ void tst_ReadingOld::lineThatVotesForNothingIsARecord()
     QCOMPARE(differences(bd.items, {{1, recordOf(old, 1)}}), QStringList());
 }
 
-void tst_ReadingOld::firstColumnDecides_data()
+void TestReadingOld::firstColumnDecides_data()
 {
     QTest::addColumn<bool>("old");
     QTest::addColumn<QString>("text");
@@ -270,7 +270,7 @@ void tst_ReadingOld::firstColumnDecides_data()
     row("#1", false, 0);
 }
 
-void tst_ReadingOld::firstColumnDecides()
+void TestReadingOld::firstColumnDecides()
 {
     QFETCH(const bool, old);
     QFETCH(const QString, text);
@@ -285,7 +285,7 @@ void tst_ReadingOld::firstColumnDecides()
     QCOMPARE(differences(items[1], expected), QStringList());
 }
 
-void tst_ReadingOld::skippedLineUsesNoKey()
+void TestReadingOld::skippedLineUsesNoKey()
 {
     QFETCH(const bool, old);
     const QStringList lines{
@@ -308,7 +308,7 @@ void tst_ReadingOld::skippedLineUsesNoKey()
     QCOMPARE(differences(read(lines, old), expected), QStringList());
 }
 
-void tst_ReadingOld::commaSeparatesIfSemicolonsDoNot()
+void TestReadingOld::commaSeparatesIfSemicolonsDoNot()
 {
     QFETCH(const bool, old);
     const QMap<int, Item> expected{{1, recordOf(old, 1)}};
@@ -327,5 +327,5 @@ void tst_ReadingOld::commaSeparatesIfSemicolonsDoNot()
     QCOMPARE(differences(read({columns.join(';')}, old), {{1, withCommas}}), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingOld)
+QTEST_GUILESS_MAIN(TestReadingOld)
 #include "tst_reading_old.moc"

@@ -1,28 +1,13 @@
+#include "markingtranslator.h"
 #include "oldrecords.h"
 
 #include <QCoreApplication>
 #include <QTest>
-#include <QTranslator>
 
 using namespace oldrecords;
 using recordtools::differences;
 
-namespace {
-
-/// Gives every text of the system another form.
-class Marker : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char* /*note*/, int /*n*/) const override
-    {
-        return QString::fromUtf8(context) + '/' + QString::fromUtf8(source);
-    }
-    bool isEmpty() const override { return false; }
-};
-
-} // namespace
-
-class tst_ReadingOldRecords : public QObject
+class TestReadingOldRecords : public QObject
 {
     Q_OBJECT
 
@@ -50,7 +35,7 @@ private slots:
     void linesWithoutARecordChangeNothing();
 };
 
-void tst_ReadingOldRecords::noLinesGiveOne()
+void TestReadingOldRecords::noLinesGiveOne()
 {
     QFETCH(const bool, old);
     BD_T20Items bd;
@@ -61,7 +46,7 @@ void tst_ReadingOldRecords::noLinesGiveOne()
     QCOMPARE(bd.LoadFromListV01({lineOf(old)}, old), 0);
 }
 
-void tst_ReadingOldRecords::descriptionOfFourCharactersIsTaken_data()
+void TestReadingOldRecords::descriptionOfFourCharactersIsTaken_data()
 {
     QTest::addColumn<bool>("old");
     QTest::addColumn<QString>("text");
@@ -84,7 +69,7 @@ void tst_ReadingOldRecords::descriptionOfFourCharactersIsTaken_data()
     row(" Свой: текст ", " Свой: текст ", " .: текст ");
 }
 
-void tst_ReadingOldRecords::descriptionOfFourCharactersIsTaken()
+void TestReadingOldRecords::descriptionOfFourCharactersIsTaken()
 {
     QFETCH(const bool, old);
     QFETCH(const QString, text);
@@ -96,7 +81,7 @@ void tst_ReadingOldRecords::descriptionOfFourCharactersIsTaken()
     QCOMPARE(differences(read({lineWith(old, old ? 20 : 19, text)}, old), {{1, expected}}), QStringList());
 }
 
-void tst_ReadingOldRecords::lineWithoutDescriptionHasThatOfTheCatalogue()
+void TestReadingOldRecords::lineWithoutDescriptionHasThatOfTheCatalogue()
 {
     const QString line = recordtools::countedColumns(50, 20).join(';');
     const auto items = read(QStringList(160, line), true);
@@ -115,7 +100,7 @@ void tst_ReadingOldRecords::lineWithoutDescriptionHasThatOfTheCatalogue()
 }
 
 /// A "new, 19+str" file of short descriptions passes for one of the oldest format.
-void tst_ReadingOldRecords::shortTextForACodeIsNoCode()
+void TestReadingOldRecords::shortTextForACodeIsNoCode()
 {
     for (const QString text : {"а", "аб", "абв"}) {
         const QString line = (recordtools::countedColumns(50, 19) << text).join(';');
@@ -132,7 +117,7 @@ void tst_ReadingOldRecords::shortTextForACodeIsNoCode()
     }
 }
 
-void tst_ReadingOldRecords::descriptionIsCutAtTheSeparator()
+void TestReadingOldRecords::descriptionIsCutAtTheSeparator()
 {
     QFETCH(const bool, old);
     QStringList columns = columnsOf(old);
@@ -143,7 +128,7 @@ void tst_ReadingOldRecords::descriptionIsCutAtTheSeparator()
     QCOMPARE(read({columns.join(',')}, old).value(1).Desc, "Свой: а");
 }
 
-void tst_ReadingOldRecords::descriptionOfTheFileHasADerivedShortForm()
+void TestReadingOldRecords::descriptionOfTheFileHasADerivedShortForm()
 {
     QFETCH(const bool, old);
     QStringList lines(95, lineOf(old));
@@ -156,7 +141,7 @@ void tst_ReadingOldRecords::descriptionOfTheFileHasADerivedShortForm()
     QCOMPARE(read(lines, old).value(95).DescView, "З.: надпись");
 }
 
-void tst_ReadingOldRecords::carriageReturnStaysInTheLastColumn()
+void TestReadingOldRecords::carriageReturnStaysInTheLastColumn()
 {
     QCOMPARE(read({lineOf(true) + '\r'}, true).value(1).Desc, kDesc + '\r');
     QCOMPARE(read({lineOf(false) + '\r'}, false).value(1).Desc, kDesc + '\r');
@@ -165,7 +150,7 @@ void tst_ReadingOldRecords::carriageReturnStaysInTheLastColumn()
     QCOMPARE(read({recordtools::countedColumns(50, 20).join(';') + '\r'}, true).value(1).TailChar, 69);
 }
 
-void tst_ReadingOldRecords::keysBeyondTheCatalogueAreUnknown()
+void TestReadingOldRecords::keysBeyondTheCatalogueAreUnknown()
 {
     QFETCH(const bool, old);
     QStringList lines(161, lineWith(old, old ? 20 : 19, "абв"));
@@ -179,20 +164,20 @@ void tst_ReadingOldRecords::keysBeyondTheCatalogueAreUnknown()
     QCOMPARE(items[162].DescView, "С.: текст");
 }
 
-void tst_ReadingOldRecords::textOfAnUnknownKeyIsTranslated()
+void TestReadingOldRecords::textOfAnUnknownKeyIsTranslated()
 {
     QFETCH(const bool, old);
     BD_T20Items bd;
-    Marker marker;
-    QVERIFY(QCoreApplication::installTranslator(&marker));
+    MarkingTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
     bd.LoadFromListV01(QStringList(161, lineWith(old, old ? 20 : 19, "абв")), old);
-    QCoreApplication::removeTranslator(&marker);
+    QVERIFY(QCoreApplication::removeTranslator(&translator));
     QCOMPARE(bd.getPoleByKey(160).Desc, "Картинка");
-    QCOMPARE(bd.getPoleByKey(161).Desc, "QObject/unknow:161");
-    QCOMPARE(bd.getPoleByKey(161).DescView, "QObject/unk.:161");
+    QCOMPARE(bd.getPoleByKey(161).Desc, MarkingTranslator::marked("unknow:161"));
+    QCOMPARE(bd.getPoleByKey(161).DescView, MarkingTranslator::marked("unk.:161"));
 }
 
-void tst_ReadingOldRecords::mandatoryFieldsFollowTheKey()
+void TestReadingOldRecords::mandatoryFieldsFollowTheKey()
 {
     QFETCH(const bool, old);
     const auto items = read(QStringList(170, lineOf(old)), old);
@@ -200,7 +185,7 @@ void tst_ReadingOldRecords::mandatoryFieldsFollowTheKey()
         QCOMPARE(differences(items.value(key), recordOf(old, key)), QStringList());
 }
 
-void tst_ReadingOldRecords::recordsAreReplacedKeyByKey()
+void TestReadingOldRecords::recordsAreReplacedKeyByKey()
 {
     QFETCH(const bool, old);
     BD_T20Items bd;
@@ -219,7 +204,7 @@ void tst_ReadingOldRecords::recordsAreReplacedKeyByKey()
     QCOMPARE(bd.PolesLabels, labels);
 }
 
-void tst_ReadingOldRecords::linesWithoutARecordChangeNothing()
+void TestReadingOldRecords::linesWithoutARecordChangeNothing()
 {
     QFETCH(const bool, old);
     BD_T20Items bd;
@@ -228,5 +213,5 @@ void tst_ReadingOldRecords::linesWithoutARecordChangeNothing()
     QCOMPARE(differences(bd.items, {{1, recordtools::markedItem(1)}}), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_ReadingOldRecords)
+QTEST_GUILESS_MAIN(TestReadingOldRecords)
 #include "tst_reading_old_records.moc"

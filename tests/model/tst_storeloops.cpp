@@ -324,5 +324,5 @@ void TestStoreLoops::extremeArgumentsEndNothing()
     QVERIFY(!bd.isItemNEED(INT_MAX));
 }
 
-QTEST_APPLESS_MAIN(TestStoreLoops)
+QTEST_GUILESS_MAIN(TestStoreLoops)
 #include "tst_storeloops.moc"

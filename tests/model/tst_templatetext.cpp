@@ -19,7 +19,7 @@ QByteArray bytes(const char (&literal)[N])
 
 static_assert(!std::is_copy_constructible_v<TemplateText> && !std::is_copy_assignable_v<TemplateText>);
 
-class tst_TemplateText : public QObject
+class TestTemplateText : public QObject
 {
     Q_OBJECT
 
@@ -35,7 +35,7 @@ private slots:
     void lastLineWithoutLineFeedIsARecord();
 };
 
-void tst_TemplateText::bytesBecomeLines_data()
+void TestTemplateText::bytesBecomeLines_data()
 {
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<QStringList>("lines");
@@ -68,14 +68,14 @@ void tst_TemplateText::bytesBecomeLines_data()
     QTest::newRow("two NULs") << bytes("a\0b\0c") << QStringList{"a"};
 }
 
-void tst_TemplateText::bytesBecomeLines()
+void TestTemplateText::bytesBecomeLines()
 {
     QFETCH(const QByteArray, data);
     QFETCH(const QStringList, lines);
     QCOMPARE(TemplateText(data).lines(), lines);
 }
 
-void tst_TemplateText::leadingByteOrderMarkIsWhatTheDecoderMakesOfIt()
+void TestTemplateText::leadingByteOrderMarkIsWhatTheDecoderMakesOfIt()
 {
     const QByteArray data = bytes("\xef\xbb\xbf"
                                   "1;ffff\nb");
@@ -84,14 +84,14 @@ void tst_TemplateText::leadingByteOrderMarkIsWhatTheDecoderMakesOfIt()
     QCOMPARE(TemplateText(bytes("\xef\xbb")).lines(), QStringList{QString::fromUtf8("\xef\xbb")});
 }
 
-void tst_TemplateText::byteOrderMarkElsewhereStays()
+void TestTemplateText::byteOrderMarkElsewhereStays()
 {
     const TemplateText text(bytes("a\n\xef\xbb\xbf"
                                   "b\xef\xbb\xbf"));
     QCOMPARE(text.lines(), (QStringList{"a", QChar(0xfeff) + QString("b") + QChar(0xfeff)}));
 }
 
-void tst_TemplateText::brokenTextDecodesAsAWhole_data()
+void TestTemplateText::brokenTextDecodesAsAWhole_data()
 {
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<QStringList>("lines");
@@ -112,14 +112,14 @@ void tst_TemplateText::brokenTextDecodesAsAWhole_data()
     QTest::newRow("code page 1251") << bytes("\xcd\xe0\xeb\n\xce") << QStringList{bad + bad + bad, bad};
 }
 
-void tst_TemplateText::brokenTextDecodesAsAWhole()
+void TestTemplateText::brokenTextDecodesAsAWhole()
 {
     QFETCH(const QByteArray, data);
     QFETCH(const QStringList, lines);
     QCOMPARE(TemplateText(data).lines(), lines);
 }
 
-void tst_TemplateText::linesJoinedAreTheTextAgain()
+void TestTemplateText::linesJoinedAreTheTextAgain()
 {
     QRandomGenerator random(20);
     const QByteArray alphabet = bytes("\n\n\r;,a1\xd0\x9f\xff\xef\xbb\xbf");
@@ -134,7 +134,7 @@ void tst_TemplateText::linesJoinedAreTheTextAgain()
     }
 }
 
-void tst_TemplateText::recordsOutliveTheText()
+void TestTemplateText::recordsOutliveTheText()
 {
     BD_T20Items mask;
     BD_T20Items old;
@@ -156,7 +156,7 @@ void tst_TemplateText::recordsOutliveTheText()
     QCOMPARE(plain.getPoleByKey(1).DescView, "С.: третий");
 }
 
-void tst_TemplateText::lastLineWithoutLineFeedIsARecord()
+void TestTemplateText::lastLineWithoutLineFeedIsARecord()
 {
     const QByteArray row("1;ffff;%;1;1;0;0;0;0;2;0;20;---;0;0;0;0;0;0;1;1;1;32;00;0;Текст");
     QByteArray data = row;
@@ -171,5 +171,5 @@ void tst_TemplateText::lastLineWithoutLineFeedIsARecord()
     QCOMPARE(with.items[13].Desc, "Текст");
 }
 
-QTEST_GUILESS_MAIN(tst_TemplateText)
+QTEST_GUILESS_MAIN(TestTemplateText)
 #include "tst_templatetext.moc"

@@ -70,7 +70,7 @@ int counterOf(const QString& text)
 
 } // namespace
 
-class tst_Votes : public QObject
+class TestVotes : public QObject
 {
     Q_OBJECT
 
@@ -78,7 +78,6 @@ private slots:
     void noLinesGiveOneAndFiveZeros();
     void anyLineGivesZero();
     void oldCountersAreThrownAway();
-    void votingLeavesTheTemplateAlone();
     void oneLineVotes_data();
     void oneLineVotes();
     void lineOfFewColumnsIsPassedOver_data();
@@ -91,7 +90,7 @@ private slots:
     void everyLineWithALongDescriptionVotesForTheOldest();
     void linesWithAnEmptyTwentiethColumnAreNotRecognised();
     void commentOfNineColumnsVotes();
-    void commentsOfTheOtherFormatsVoteToo();
+    void commentsOfTwentyColumnsVoteAndOfTwentySixDoNot();
     void shortLinesVoteToo();
     void carriageReturnCountsAsACharacter();
     void countersAddUp();
@@ -99,41 +98,31 @@ private slots:
     void randomShapesVoteByTheRules();
 };
 
-void tst_Votes::noLinesGiveOneAndFiveZeros()
+void TestVotes::noLinesGiveOneAndFiveZeros()
 {
     Votes votes{9, 9};
     QCOMPARE(BD_T20Items().LoadFrom_AnalizeType({}, votes), 1);
     QCOMPARE(votes, Votes(5, 0));
 }
 
-void tst_Votes::anyLineGivesZero()
+void TestVotes::anyLineGivesZero()
 {
     Votes votes;
-    const BD_T20Items bd;
+    const BD_T20Items bd; // voting leaves it alone
     QCOMPARE(bd.LoadFrom_AnalizeType({""}, votes), 0);
     QCOMPARE(votes, Votes(5, 0));
     QCOMPARE(bd.LoadFrom_AnalizeType({line(9)}, votes), 0);
     QCOMPARE(votes, oneVote(kDump));
 }
 
-void tst_Votes::oldCountersAreThrownAway()
+void TestVotes::oldCountersAreThrownAway()
 {
     Votes votes{1, 2, 3, 4, 5, 6, 7};
     BD_T20Items().LoadFrom_AnalizeType({line(9)}, votes);
     QCOMPARE(votes, oneVote(kDump));
 }
 
-void tst_Votes::votingLeavesTheTemplateAlone()
-{
-    BD_T20Items bd;
-    bd.items[3].Size = 7;
-    Votes votes;
-    bd.LoadFrom_AnalizeType({maskLine(), line(9), line(20)}, votes);
-    QCOMPARE(bd.items.keys(), Votes{3});
-    QCOMPARE(bd.items[3].Size, 7);
-}
-
-void tst_Votes::oneLineVotes_data()
+void TestVotes::oneLineVotes_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("counter");
@@ -189,14 +178,14 @@ void tst_Votes::oneLineVotes_data()
     row("26: other columns empty", "0;ffff;1;" + QString(22, ';') + "Текст", kMask);
 }
 
-void tst_Votes::oneLineVotes()
+void TestVotes::oneLineVotes()
 {
     QFETCH(const QString, text);
     QFETCH(const int, counter);
     QCOMPARE(votesFor({text}), oneVote(counter));
 }
 
-void tst_Votes::lineOfFewColumnsIsPassedOver_data()
+void TestVotes::lineOfFewColumnsIsPassedOver_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("empty") << "";
@@ -208,14 +197,14 @@ void tst_Votes::lineOfFewColumnsIsPassedOver_data()
     QTest::newRow("comma alone") << ",";
 }
 
-void tst_Votes::lineOfFewColumnsIsPassedOver()
+void TestVotes::lineOfFewColumnsIsPassedOver()
 {
     QFETCH(const QString, text);
     QCOMPARE(votesFor({text}), Votes(5, 0));
     QCOMPARE(votesFor({text, line(9), text}), oneVote(kDump));
 }
 
-void tst_Votes::columnCountDecides_data()
+void TestVotes::columnCountDecides_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("counter");
@@ -226,8 +215,8 @@ void tst_Votes::columnCountDecides_data()
     QTest::newRow("1000 columns") << 1000 << kMask;
 }
 
-/// Contents that satisfy every other rule, so that the count alone decides.
-void tst_Votes::columnCountDecides()
+/// Contents that satisfy the rules of all formats but the oldest, so that the count alone decides.
+void TestVotes::columnCountDecides()
 {
     QFETCH(const int, count);
     QFETCH(const int, counter);
@@ -240,7 +229,7 @@ void tst_Votes::columnCountDecides()
     QCOMPARE(votesFor({line(count, texts)}), oneVote(counter));
 }
 
-void tst_Votes::commasVoteLikeSemicolons_data()
+void TestVotes::commasVoteLikeSemicolons_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("counter");
@@ -253,21 +242,21 @@ void tst_Votes::commasVoteLikeSemicolons_data()
     QTest::newRow("eight columns") << line(8, {}, ',') << 0;
 }
 
-void tst_Votes::commasVoteLikeSemicolons()
+void TestVotes::commasVoteLikeSemicolons()
 {
     QFETCH(const QString, text);
     QFETCH(const int, counter);
     QCOMPARE(votesFor({text}), oneVote(counter));
 }
 
-void tst_Votes::oneSemicolonKeepsCommasFromBeingTried()
+void TestVotes::oneSemicolonKeepsCommasFromBeingTried()
 {
     QCOMPARE(votesFor({line(9, {{8, "a;b"}}, ',')}), Votes(5, 0));
     QCOMPARE(votesFor({line(20, {{19, "Описание; продолжение"}}, ',')}), Votes(5, 0));
     QCOMPARE(votesFor({line(9, {{3, "a,b"}}, ';')}), oneVote(kDump));
 }
 
-void tst_Votes::everyLineWithALongDescriptionVotesForTheOldest()
+void TestVotes::everyLineWithALongDescriptionVotesForTheOldest()
 {
     const QStringList lines{line(21, {{19, "7"}, {20, "Поле"}}),
                             line(21, {{19, "32"}, {20, "Налог: ставка"}}),
@@ -278,12 +267,12 @@ void tst_Votes::everyLineWithALongDescriptionVotesForTheOldest()
              (Votes{0, 3, 0, 0, 0}));
 }
 
-void tst_Votes::linesWithAnEmptyTwentiethColumnAreNotRecognised()
+void TestVotes::linesWithAnEmptyTwentiethColumnAreNotRecognised()
 {
     QCOMPARE(votesFor(QStringList(160, line(20, {{19, QString("")}}))), Votes(5, 0));
 }
 
-void tst_Votes::commentOfNineColumnsVotes()
+void TestVotes::commentOfNineColumnsVotes()
 {
     const QStringList lines{"#20;1;1;0;0;0;0;0;41", "#;;;;;;;;"};
     QCOMPARE(votesFor(lines), (Votes{0, 0, 2, 0, 0}));
@@ -295,20 +284,20 @@ void tst_Votes::commentOfNineColumnsVotes()
     QVERIFY(bd.items.isEmpty());
 }
 
-void tst_Votes::commentsOfTheOtherFormatsVoteToo()
+void TestVotes::commentsOfTwentyColumnsVoteAndOfTwentySixDoNot()
 {
     QCOMPARE(votesFor({line(20, {{0, "#"}})}), oneVote(kOld));
     QCOMPARE(votesFor({line(20, {{0, "#"}, {19, "Описание"}})}), oneVote(kPlain));
     QCOMPARE(votesFor({maskLine({{0, "#1"}})}), oneVote(0));
 }
 
-void tst_Votes::shortLinesVoteToo()
+void TestVotes::shortLinesVoteToo()
 {
     QCOMPARE(votesFor({QString(19, ';') + "1"}), oneVote(kOld));
     QCOMPARE(votesFor({"0;ffff;1" + QString(23, ';') + "Поле"}), oneVote(kMask));
 }
 
-void tst_Votes::carriageReturnCountsAsACharacter()
+void TestVotes::carriageReturnCountsAsACharacter()
 {
     QCOMPARE(votesFor({line(20, {{19, "\r"}})}), oneVote(kOld));
     QCOMPARE(votesFor({line(20, {{19, "32\r"}})}), oneVote(kOld));
@@ -320,7 +309,7 @@ void tst_Votes::carriageReturnCountsAsACharacter()
     QCOMPARE(votesFor({maskLine({{25, "абв\r"}})}), oneVote(kMask));
 }
 
-void tst_Votes::countersAddUp()
+void TestVotes::countersAddUp()
 {
     QStringList lines;
     lines += QStringList(4, line(21, {{20, "Описание"}}));
@@ -332,7 +321,7 @@ void tst_Votes::countersAddUp()
     QCOMPARE(votesFor(lines), (Votes{0, 5, 2, 7, 3}));
 }
 
-void tst_Votes::equalCountersStayEqual()
+void TestVotes::equalCountersStayEqual()
 {
     // Who wins is for the caller to say, who prefers the older format: it must see the tie.
     const QStringList lines{maskLine(), line(20, {{19, "Описание"}}), line(9), line(20),
@@ -340,7 +329,7 @@ void tst_Votes::equalCountersStayEqual()
     QCOMPARE(votesFor(lines), (Votes{0, 2, 2, 2, 2}));
 }
 
-void tst_Votes::randomShapesVoteByTheRules()
+void TestVotes::randomShapesVoteByTheRules()
 {
     QRandomGenerator random(9);
     const QStringList texts{"",     "0",    "1",        "2",   "12", "123", "1234",
@@ -370,5 +359,5 @@ void tst_Votes::randomShapesVoteByTheRules()
     QCOMPARE(votesFor(lines), expected);
 }
 
-QTEST_GUILESS_MAIN(tst_Votes)
+QTEST_GUILESS_MAIN(TestVotes)
 #include "tst_votes.moc"

@@ -1,11 +1,11 @@
-#include "model/templatetext.h"
-#include "recordtools.h"
+#include "dumprows.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 
 using recordtools::differences;
 using recordtools::Item;
+using recordtools::votesFor;
 
 namespace {
 
@@ -27,14 +27,6 @@ BD_T20Items readBack(const QByteArray& data)
     BD_T20Items bd;
     bd.LoadFromListV04(text.lines());
     return bd;
-}
-
-QList<int> votesFor(const QByteArray& data)
-{
-    const TemplateText text(data);
-    QList<int> votes;
-    BD_T20Items().LoadFrom_AnalizeType(text.lines(), votes);
-    return votes;
 }
 
 /// A template as it comes from a device: key k has Type k-1.
@@ -71,19 +63,18 @@ QStringList olderLines(bool old, int count)
     return QStringList(count, numbers + "Свой: текст");
 }
 
+/// The same of "new, 9*9".
 QStringList dumpLines(int count)
 {
     QStringList lines;
-    for (int row = 1; row <= count; ++row) {
-        for (int field = 1; field <= 9; ++field)
-            lines.append(QString("20;%1;%2;0;0;0;0;0;%3").arg(row).arg(field).arg(field == 4 ? "01" : "00"));
-    }
+    for (int row = 1; row <= count; ++row)
+        lines += dumprows::rowLines(row, {0, 0, 0, 1, 0, 0, 0, 0, 0});
     return lines;
 }
 
 } // namespace
 
-class tst_WritingRoundTrip : public QObject
+class TestWritingRoundTrip : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +92,7 @@ private slots:
     void plainRowsComeBackAsPlainRecords();
 };
 
-void tst_WritingRoundTrip::everyFieldComesBack()
+void TestWritingRoundTrip::everyFieldComesBack()
 {
     BD_T20Items bd;
     for (int key = 1; key <= 3; ++key) {
@@ -114,7 +105,7 @@ void tst_WritingRoundTrip::everyFieldComesBack()
     QCOMPARE(differences(readBack(bytesOf(bd)).items, bd.items), QStringList());
 }
 
-void tst_WritingRoundTrip::templateOfADeviceKeepsItsKeys()
+void TestWritingRoundTrip::templateOfADeviceKeepsItsKeys()
 {
     const BD_T20Items bd = deviceTemplate(200);
     const BD_T20Items back = readBack(bytesOf(bd));
@@ -129,18 +120,18 @@ void tst_WritingRoundTrip::templateOfADeviceKeepsItsKeys()
     QCOMPARE(validate(readBack(bytesOf(good))), QStringList());
 }
 
-void tst_WritingRoundTrip::everyRowVotesForItsFormat()
+void TestWritingRoundTrip::everyRowVotesForItsFormat()
 {
     QCOMPARE(votesFor(bytesOf(deviceTemplate(160))), (QList<int>{0, 0, 0, 0, 160}));
 }
 
-void tst_WritingRoundTrip::writingAgainGivesTheSameBytes()
+void TestWritingRoundTrip::writingAgainGivesTheSameBytes()
 {
     const QByteArray data = bytesOf(deviceTemplate(160));
     QCOMPARE(bytesOf(readBack(data)), data);
 }
 
-void tst_WritingRoundTrip::lastLineFeedGivesNoRecord()
+void TestWritingRoundTrip::lastLineFeedGivesNoRecord()
 {
     const BD_T20Items bd = deviceTemplate(5);
     const QByteArray data = bytesOf(bd);
@@ -151,7 +142,7 @@ void tst_WritingRoundTrip::lastLineFeedGivesNoRecord()
     QCOMPARE(differences(readBack(data.chopped(1)).items, bd.items), QStringList());
 }
 
-void tst_WritingRoundTrip::templateOfAnOlderFormatMovesByOneKey_data()
+void TestWritingRoundTrip::templateOfAnOlderFormatMovesByOneKey_data()
 {
     QTest::addColumn<QString>("format");
     QTest::newRow("old, 20+[str]") << "old";
@@ -159,7 +150,7 @@ void tst_WritingRoundTrip::templateOfAnOlderFormatMovesByOneKey_data()
     QTest::newRow("new, 9*9") << "dump";
 }
 
-void tst_WritingRoundTrip::templateOfAnOlderFormatMovesByOneKey()
+void TestWritingRoundTrip::templateOfAnOlderFormatMovesByOneKey()
 {
     QFETCH(const QString, format);
     BD_T20Items bd;
@@ -183,7 +174,7 @@ void tst_WritingRoundTrip::templateOfAnOlderFormatMovesByOneKey()
     QCOMPARE(back.CheckBDCorrect(10, messages, false), 1);
 }
 
-void tst_WritingRoundTrip::semicolonInADescriptionCutsIt()
+void TestWritingRoundTrip::semicolonInADescriptionCutsIt()
 {
     BD_T20Items bd = deviceTemplate(1);
     bd.getPoleByKey(1).Desc = "Свой: а;б;в";
@@ -192,7 +183,7 @@ void tst_WritingRoundTrip::semicolonInADescriptionCutsIt()
     QCOMPARE(readBack(bytesOf(bd)).items.value(1).DescView, "С.: а");
 }
 
-void tst_WritingRoundTrip::typeBelowZeroComesBackAsZero()
+void TestWritingRoundTrip::typeBelowZeroComesBackAsZero()
 {
     // "00-1" is no number.
     BD_T20Items bd = deviceTemplate(1);
@@ -201,7 +192,7 @@ void tst_WritingRoundTrip::typeBelowZeroComesBackAsZero()
     QCOMPARE(readBack(bytesOf(bd)).items.value(1).Type, 0);
 }
 
-void tst_WritingRoundTrip::rowWithoutDashesComesBack()
+void TestWritingRoundTrip::rowWithoutDashesComesBack()
 {
     BD_T20Items bd;
     Item item;
@@ -215,7 +206,7 @@ void tst_WritingRoundTrip::rowWithoutDashesComesBack()
     QCOMPARE(differences(readBack(bytesOf(bd)).items, bd.items), QStringList());
 }
 
-void tst_WritingRoundTrip::plainRowsComeBackAsPlainRecords()
+void TestWritingRoundTrip::plainRowsComeBackAsPlainRecords()
 {
     const BD_T20Items bd = deviceTemplate(160);
     QStringList rows;
@@ -235,5 +226,5 @@ void tst_WritingRoundTrip::plainRowsComeBackAsPlainRecords()
     QCOMPARE(differences(back.items, expected), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_WritingRoundTrip)
+QTEST_GUILESS_MAIN(TestWritingRoundTrip)
 #include "tst_writing_roundtrip.moc"

@@ -129,12 +129,7 @@ QStringList EmulatedDevice::takeCalls()
 QList<DriverCall> EmulatedDevice::takeAnsweredCalls()
 {
     QList<DriverCall> calls;
-    for (const auto& call : control({{"cmd", "calls"}}).toArray())
+    for (const auto& call : takeTrace())
         calls.append({callText(call.toObject()), call.toObject().value("status").toInt()});
     return calls;
-}
-
-QString operationOf(const QString& call)
-{
-    return call.section(u'(', 0, 0);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/drivercalls.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -40,13 +42,12 @@ public:
 
     QJsonObject state() { return control({{"cmd", "get"}}).toObject(); }
     void set(const QJsonObject& state);
-    /// Takes the state that the files of the folder hold, and keeps it there from now on.
-    void reload() { control({{"cmd", "reload"}}); }
 
     /// Sets fault rules; calls count from 1 again.
     void setFaults(const QJsonArray& rules);
     void dropFaults() { setFaults({}); }
-    /// The `n`-th call from now on fails, whatever it is.
+    /// The `n`-th call from now on fails; the getters of the result code, of the bad parameter and of their texts
+    /// neither count nor fail.
     void failCall(int n, Failure failure);
     /// Each call of this operation fails from now on.
     void fail(const QString& operation, Failure failure);
@@ -57,6 +58,8 @@ public:
     QStringList takeCalls();
     /// The same with what each of them returned; a call that threw has a negative status.
     QList<DriverCall> takeAnsweredCalls();
+    /// The same as the emulator has noted them: operation, arguments, status, thread, begin and end.
+    QJsonArray takeTrace() { return control({{"cmd", "calls"}}).toArray(); }
 
 private:
     QJsonValue control(const QJsonObject& command);
@@ -71,6 +74,3 @@ private:
 extern const char* const kFailureText;
 /// And their result code.
 constexpr int kFailureCode = -1000;
-
-/// The name of a call: `setMode` of `setMode(4)`.
-QString operationOf(const QString& call);

@@ -18,7 +18,8 @@ struct TapeChoice
 QStringList headingTexts();
 
 /// Compares the scene with what `fields` (keys from 1 on) must look like, item by item in stacking order: what it
-/// is, where it stands, its numbers and its painted picture. Everything expected is computed from the fields
-/// alone. Returns one line for each difference, so none if the scene is right.
+/// is, where it stands, its numbers and its painted picture. Places and numbers are computed from the fields
+/// alone; the picture is that of a fresh item with these numbers, whose painting `tests/view` checks. Returns one line
+/// for each difference, so none if the scene is right.
 QStringList sceneDifferences(const QGraphicsScene& scene, const QList<FieldRow>& fields,
                              const TapeChoice& choice);

@@ -3,6 +3,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -18,6 +19,13 @@ QString quoted(const wchar_t* text)
 }
 
 } // namespace
+
+void throwOut(bool isStandard)
+{
+    if (isStandard)
+        throw std::runtime_error("broken");
+    throw 42;
+}
 
 RecordingDriver::TextSource textSource(const QString& text)
 {

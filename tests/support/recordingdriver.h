@@ -205,5 +205,8 @@ private:
     QHash<QString, std::function<void()>> actions;
 };
 
+/// Throws out of a driver what its maker may: a standard exception or a number.
+[[noreturn]] void throwOut(bool isStandard);
+
 /// A source that gives this text: as much as the buffer takes, and a zero if there is room.
 RecordingDriver::TextSource textSource(const QString& text);

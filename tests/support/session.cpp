@@ -1,5 +1,7 @@
 #include "support/session.h"
 
+#include "view/itempole.h"
+
 #include <QAction>
 #include <QGraphicsItem>
 #include <QWidget>
@@ -26,7 +28,7 @@ QStringList Session::keysOnTape() const
 {
     QStringList keys;
     for (const auto* const item : probe.scene().items(Qt::AscendingOrder)) {
-        if (item->type() == 65538)
+        if (item->type() == ItemPole::Type)
             keys.append(item->data(1).toString());
     }
     return keys;

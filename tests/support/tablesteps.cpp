@@ -11,7 +11,6 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QGraphicsView>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
 #include <QSpinBox>
@@ -133,9 +132,8 @@ QWidget* openEditor(MainWindow& window, int row)
     return table->indexWidget(index);
 }
 
-void pressEnter(MainWindow& window, QWidget* editor)
+void pressEnter(QWidget* editor)
 {
-    Q_UNUSED(window);
     const QPointer<QWidget> open(editor);
     QTest::keyClick(editor, Qt::Key_Return);
     QTRY_VERIFY(open.isNull() || !open->isVisible());
@@ -148,7 +146,7 @@ void typeNumber(MainWindow& window, int row, const QString& text)
         qFatal("row %d opens no number editor", row);
     editor->selectAll();
     QTest::keyClicks(editor, text);
-    pressEnter(window, editor);
+    pressEnter(editor);
 }
 
 void chooseText(MainWindow& window, int row, const QString& text)
@@ -169,7 +167,7 @@ void chooseText(MainWindow& window, int row, const QString& text)
     if (popup->isVisible())
         QTest::keyClick(popup, Qt::Key_Return);
     QTRY_VERIFY(!popup->isVisible());
-    pressEnter(window, editor);
+    pressEnter(editor);
 }
 
 void waitForRedraw(MainWindow& window)

@@ -56,7 +56,7 @@ void typeNumber(MainWindow& window, int row, const QString& text);
 void chooseText(MainWindow& window, int row, const QString& text);
 
 /// Presses Enter in `editor` and waits until the editor is closed.
-void pressEnter(MainWindow& window, QWidget* editor);
+void pressEnter(QWidget* editor);
 
 /// Waits until the redraw that a change has asked for is done.
 void waitForRedraw(MainWindow& window);

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -47,9 +48,15 @@ void chooseInMenu(MainWindow& window, const char* actionName)
     qFatal("no menu holds %s", actionName);
 }
 
-void clickButton(MainWindow& window, const char* name)
+void clickButton(const QObject& parent, const char* name)
 {
-    QTest::mouseClick(named<QPushButton>(window, name), Qt::LeftButton);
+    QTest::mouseClick(named<QPushButton>(parent, name), Qt::LeftButton);
+}
+
+void clickCheckBox(QCheckBox* box)
+{
+    constexpr int middleOfTheMark = 8; // beside the text, which is as wide as the box
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(middleOfTheMark, box->height() / 2));
 }
 
 void chooseInCombo(MainWindow& window, const char* name, int index)

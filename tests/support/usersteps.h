@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QApplication>
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
 class DialogRobot;
 class MainWindow;
+class QCheckBox;
 
 /// The widget or object of that name; if there is none, the failure lists the names that there are.
 QObject* findNamed(const QObject& parent, const char* className, const QString& name);
@@ -20,8 +21,11 @@ T* named(const QObject& parent, const char* name)
 /// Opens the menu of the menu bar that holds the action `actionName` and clicks on the action.
 void chooseInMenu(MainWindow& window, const char* actionName);
 
-/// Clicks with the left mouse button in the middle of the button `name`.
-void clickButton(MainWindow& window, const char* name);
+/// Clicks with the left mouse button in the middle of the button `name` of a window or dialog.
+void clickButton(const QObject& parent, const char* name);
+
+/// Clicks on the mark of a check box.
+void clickCheckBox(QCheckBox* box);
 
 /// Unfolds the combo box `name` and picks the entry number `index` there.
 void chooseInCombo(MainWindow& window, const char* name, int index);

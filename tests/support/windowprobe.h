@@ -2,7 +2,8 @@
 
 #include "app/mainwindow.h"
 
-/// Looks at what a window keeps to itself: models, scene and state. Commands go through the widgets.
+/// Looks at what a window keeps to itself, gives it states that no widget gives, and calls the members that no widget
+/// calls. All other commands go through the widgets.
 class WindowProbe
 {
 public:
@@ -40,6 +41,12 @@ public:
         return !m_window.redrawPending && !m_window.prevItemGone && m_window.prevItem == single;
     }
 
+    /// What the user is told of a device that has left the session as it is now.
+    QString connectionFailure() const { return m_window.connectionFailure(); }
+
+    /// Follows a model of the device, also one that no device reports.
+    void followModel(int model) const { m_window.ConnectedModelChange(model); }
+
     /// Gives the tape a width in dots, also one that no tape has.
     void setTapeWidth(int width) const { m_window.tapeWidth = width; }
 
@@ -52,7 +59,6 @@ public:
     QList<int> kassaCodes() const { return m_window.kassaCodes; }
     QStringList& freeStrings() const { return m_window.freeStrings; }
     bool keepTempFiles() const { return m_window.keepTempFiles; }
-    QMap<int, QString> blockTitles() const { return m_window.gl.blockTitles; }
 
     // Tables of the device: members that no widget of their own calls.
     static int parseParam(int index, const QString& v) { return MainWindow::ParseTLVParam(index, v); }
@@ -85,6 +91,9 @@ public:
     // Commands that are declared and do nothing.
     int loadAllFromDevice() const { return m_window.LoadFromDvcToJsonAll(); }
     void callOldDownload() const { m_window.on_actionDnLoad_triggeredOld(); }
+
+    /// The template as its file would have it.
+    QByteArray heldTemplate() const;
 
     /// The lines of the log; none while it is empty.
     QStringList log() const;

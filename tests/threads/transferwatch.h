@@ -33,6 +33,7 @@ public:
         });
     }
 
+    /// Counts anew, for another transfer.
     void forget()
     {
         values.clear();

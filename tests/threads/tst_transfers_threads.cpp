@@ -1,8 +1,6 @@
 #include "device/emulatedsession.h"
 #include "threads/transferwatch.h"
 
-#include <QJsonDocument>
-#include <QLibrary>
 #include <QSet>
 #include <QTest>
 
@@ -34,15 +32,10 @@ struct TracedCall
 };
 
 /// The calls since the last look, by the time of their begin.
-std::vector<TracedCall> takeTracedCalls()
+std::vector<TracedCall> takeTracedCalls(EmulatedDevice& device)
 {
-    using ControlFunction = const char*(const char*);
-    const auto control = reinterpret_cast<ControlFunction*>(
-        QLibrary(QStringLiteral(FPAX_PATH)).resolve("FpaxEmulatorControl"));
-    if (!control)
-        qFatal("the emulator has no control");
     std::vector<TracedCall> calls;
-    for (const QJsonValue value : QJsonDocument::fromJson(control(R"({"cmd": "calls"})")).array())
+    for (const QJsonValue value : device.takeTrace())
         calls.push_back({value["op"].toString(), value["thread"].toString(), value["begin"].toInteger(),
                          value["end"].toInteger()});
     std::stable_sort(calls.begin(), calls.end(),
@@ -156,7 +149,7 @@ void TestTransfersThreads::workers()
 
 void TestTransfersThreads::readingTellsEachRowToTheMainThread()
 {
-    QFETCH(Worker, worker);
+    QFETCH(const Worker, worker);
     EmulatedSession emulated;
     clKRD9IO& session = emulated.session;
     QCOMPARE(session.getStatus(), 1);
@@ -176,7 +169,7 @@ void TestTransfersThreads::readingTellsEachRowToTheMainThread()
 
 void TestTransfersThreads::writingTellsEachRecordToTheMainThread()
 {
-    QFETCH(Worker, worker);
+    QFETCH(const Worker, worker);
     EmulatedSession emulated;
     clKRD9IO& session = emulated.session;
     QCOMPARE(session.getStatus(), 1);
@@ -197,7 +190,7 @@ void TestTransfersThreads::writingTellsEachRecordToTheMainThread()
 
 void TestTransfersThreads::signalsArriveWhileTheDeviceWorks()
 {
-    QFETCH(Worker, worker);
+    QFETCH(const Worker, worker);
     EmulatedSession emulated;
     clKRD9IO& session = emulated.session;
     QCOMPARE(session.getStatus(), 1);
@@ -207,30 +200,30 @@ void TestTransfersThreads::signalsArriveWhileTheDeviceWorks()
 
     int n = kTemplate;
     QCOMPARE(runOn(worker, watch, [&session, &n] { return session.readTableTLV(n); }), 0);
-    QVERIFY(watch.duringTransfer > 0);
+    QVERIFY(watch.duringTransfer > kRows / 2);
     QVERIFY(status.readings > 0);
     QVERIFY(status.lastText.startsWith(session.deviceText));
     Json::Value records = session.tlvTable;
     QCOMPARE(runOn(worker, watch, [&session, &records] { return session.writeTableTLV(records); }), 0);
-    QVERIFY(watch.duringTransfer > 0);
+    QVERIFY(watch.duringTransfer > kRows / 2);
     QCOMPARE(watch.values, progressOfWriting(records));
 }
 
 void TestTransfersThreads::driverIsCalledByOneThreadAtATime()
 {
-    QFETCH(Worker, worker);
+    QFETCH(const Worker, worker);
     constexpr int rounds = 3;
     EmulatedSession emulated;
     clKRD9IO& session = emulated.session;
     TransferWatch watch(session);
-    takeTracedCalls();
+    takeTracedCalls(emulated.device);
     QCOMPARE(session.getStatus(), 1);
-    const QSet<QString> mainThread = threadsOf(takeTracedCalls());
+    const QSet<QString> mainThread = threadsOf(takeTracedCalls(emulated.device));
     QCOMPARE(mainThread.size(), 1);
 
     std::vector<TracedCall> calls;
-    const auto noteCalls = [&calls] {
-        const std::vector<TracedCall> more = takeTracedCalls();
+    const auto noteCalls = [&calls, &emulated] {
+        const std::vector<TracedCall> more = takeTracedCalls(emulated.device);
         calls.insert(calls.end(), more.begin(), more.end());
         return threadsOf(more);
     };
@@ -279,7 +272,7 @@ void TestTransfersThreads::failureEndsTheTransferOnTheMainThread_data()
 
 void TestTransfersThreads::failureEndsTheTransferOnTheMainThread()
 {
-    QFETCH(Worker, worker);
+    QFETCH(const Worker, worker);
     QFETCH(QJsonObject, fault);
     constexpr int goodCommands = 5; // a head and four groups make a row
     EmulatedSession emulated;
@@ -305,4 +298,5 @@ void TestTransfersThreads::failureEndsTheTransferOnTheMainThread()
 }
 
 QTEST_GUILESS_MAIN(TestTransfersThreads)
+
 #include "tst_transfers_threads.moc"

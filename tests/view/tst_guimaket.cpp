@@ -35,6 +35,10 @@ void tst_GUIMaket::startValues()
     QCOMPARE(maket.blockCount, 10);
     QCOMPARE(maket.headerDY, 21);
     QCOMPARE(maket.emptyLineDY, 15);
+    QCOMPARE(maket.getShablonLoaded(), false);
+    QCOMPARE(maket.getBlockTitleEnabled(), false);
+    QCOMPARE(maket.fontMonoWide, false);
+    QCOMPARE(maket.pBD, nullptr);
 }
 
 void tst_GUIMaket::textTables()
@@ -221,7 +225,7 @@ void tst_GUIMaket::keepingLinesBeforeTheFirstLayoutIsHarmless()
 {
     Tape tape;
     tape.place(1, 3);
-    tape.maket.ReComputeBDBlocks(false);
+    QCOMPARE(tape.maket.ReComputeBDBlocks(false), 1);
     QVERIFY(tape.maket.blocks.isEmpty());
     QCOMPARE(tape.maket.ReComputeBDBlocks(true), 0);
     QCOMPARE(tape.maket.getBlockKolLines(1), 4);

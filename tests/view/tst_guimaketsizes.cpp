@@ -16,8 +16,6 @@ private slots:
     void headingsSwitchedLaterMoveThePicture();
     void everyLineZeroHasTheWidthOfTheHeading();
     void fieldOnLineZeroLeavesTheHeadingAlone();
-    void doubleHeightAndWidthOfFont1();
-    void unknownFontOfALine();
     void sizesFollowTheFont_data();
     void sizesFollowTheFont();
     void doublingGoesByEachFlagAlone();
@@ -128,27 +126,6 @@ void tst_GUIMaketSizes::fieldOnLineZeroLeavesTheHeadingAlone()
     QCOMPARE(tape.maket.getBlockKolLines(0), 1);
     QCOMPARE(tape.maket.getLineHeight(0, 0), 21);
     QCOMPARE(tape.maket.getLineCharDX(0, 0), 384);
-}
-
-void tst_GUIMaketSizes::doubleHeightAndWidthOfFont1()
-{
-    Tape tape;
-    auto& item = tape.place(2, 1);
-    item.Font = 1;
-    item.X2X = 1;
-    item.X2Y = 1;
-    tape.maket.ReComputeBDBlocks(true);
-    QCOMPARE(tape.maket.getLineHeight(2, 1), 48);
-    QCOMPARE(tape.maket.getLineCharDX(2, 1), 24);
-}
-
-void tst_GUIMaketSizes::unknownFontOfALine()
-{
-    Tape tape;
-    tape.place(2, 1).Font = 0;
-    tape.maket.ReComputeBDBlocks(true);
-    QCOMPARE(tape.maket.getLineHeight(2, 1), 20);
-    QCOMPARE(tape.maket.getLineCharDX(2, 1), 12);
 }
 
 void tst_GUIMaketSizes::sizesFollowTheFont_data()

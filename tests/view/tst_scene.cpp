@@ -3,10 +3,8 @@
 
 #include <QComboBox>
 #include <QGraphicsLineItem>
-#include <QGraphicsProxyWidget>
 #include <QGraphicsView>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 
@@ -132,8 +130,6 @@ private slots:
     void everyRedrawCommandRebuildsOnce();
     void unknownWidthIsTakenForTheWidest();
     void redrawLeavesTheLinesOfTheModelAlone();
-    void rebuildLosesTheSelection();
-    void draggedFieldReturnsWithTheNextRedraw();
 };
 
 void tst_Scene::smallTemplateGivesTheseItems()
@@ -228,7 +224,6 @@ void tst_Scene::sceneIsEmptyBeforeTheFirstTemplateAndAfterARefusedOne()
     // Only the white line and the two hidden buttons are left.
     QCOMPARE(sceneDifferences(s.probe.scene(), {}, {}), QStringList());
     QCOMPARE(s.probe.scene().items().size(), 3);
-    QVERIFY(s.probe.curItem() == nullptr);
 }
 
 void tst_Scene::edgesStandAtTheChosenWidth()
@@ -454,36 +449,6 @@ void tst_Scene::redrawLeavesTheLinesOfTheModelAlone()
     QTRY_VERIFY(!s.probe.redrawPending());
     fields[1].size = 10;
     QCOMPARE(sceneDifferences(s.probe.scene(), fields, {}), QStringList());
-}
-
-void tst_Scene::rebuildLosesTheSelection()
-{
-    TapeSession s(smallTemplate());
-    QCOMPARE(s.items(kHeading).size(), 10);
-    auto* const heading = s.items(kHeading).at(3);
-    const QPoint spot = s.view()->mapFromScene(heading->sceneBoundingRect().center());
-    QTest::mouseClick(s.view()->viewport(), Qt::LeftButton, {}, spot);
-    QCOMPARE(s.probe.scene().selectedItems(), QList<QGraphicsItem*>{heading});
-    s.click("btnRedraw");
-    QCOMPARE(s.probe.scene().selectedItems(), QList<QGraphicsItem*>());
-    QVERIFY(s.probe.curItem() == nullptr);
-}
-
-void tst_Scene::draggedFieldReturnsWithTheNextRedraw()
-{
-    TapeSession s(smallTemplate());
-    auto* const field = s.items(kField).first();
-    const QPointF home = field->pos();
-    auto* const port = s.view()->viewport();
-    const QPoint from = s.view()->mapFromScene(field->sceneBoundingRect().center());
-    const QPoint to = from + QPoint(60, 80);
-    QTest::mousePress(port, Qt::LeftButton, {}, from);
-    QTest::mouseMove(port, to);
-    QTest::mouseRelease(port, Qt::LeftButton, {}, to);
-    QCOMPARE(s.probe.bd().getPoleByKey(1).X, 3);
-    QCOMPARE(s.probe.bd().getPoleByKey(1).Line, 2);
-    s.click("btnRedraw");
-    QCOMPARE(s.items(kField).first()->pos(), home);
 }
 
 QTEST_MAIN(tst_Scene)

@@ -1,5 +1,6 @@
 #include "workflows/connectionbench.h"
 
+#include "device/utiljson.h"
 #include "support/expectedscene.h"
 
 #include <QAction>
@@ -10,6 +11,11 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
+
+const char* const kNoPortText = "Порт обмена недоступен!";
+const char* const kNoExchangeText = "Не удалось установить обмен данными с устройством.";
+const char* const kNoModeText = "Не удалось войти в режим обмена (программирования).";
+const char* const kNoDialogText = "Ошибка при вызове диалога настроек!\nВозможно не хватает библиотек dll.";
 
 DriverDialogUser::DriverDialogUser()
 {
@@ -67,6 +73,11 @@ void ConnectionBench::showAndWait()
     QTRY_VERIFY(!isEnabled("actionUpLoad"));
 }
 
+void ConnectionBench::writeUsualSettings() const
+{
+    writeSettings(UtilJson::SetSettingsJson().toUtf8());
+}
+
 QLabel* ConnectionBench::statusCell(int n) const
 {
     return window->statusBar()->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly).value(n);
@@ -86,6 +97,25 @@ QStringList ConnectionBench::harm(const QList<FieldRow>& fields) const
 {
     const WindowProbe probe(*window);
     return sceneDifferences(probe.scene(), fields, {.width = probe.tapeWidth()});
+}
+
+RunningBench::RunningBench()
+{
+    writeUsualSettings();
+    start();
+    showAndWait();
+    openFields(fields);
+    device.takeCalls();
+    watch = std::make_unique<LogWatch>(*window);
+}
+
+void addFailureRows()
+{
+    QTest::addColumn<Failure>("failure");
+    QTest::newRow("code") << Failure::Coded;
+    QTest::newRow("no code") << Failure::Codeless;
+    QTest::newRow("standard exception") << Failure::Standard;
+    QTest::newRow("any exception") << Failure::Foreign;
 }
 
 QStringList driverLines()

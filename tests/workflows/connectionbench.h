@@ -69,6 +69,8 @@ struct ConnectionBench
     QString settingsPath() const { return dir.path(QStringLiteral("settings.json")); }
     QByteArray settingsFile() const { return bytesOf(settingsPath()); }
     void writeSettings(const QByteArray& text) const { dir.write(QStringLiteral("settings.json"), text); }
+    /// Writes the settings that a new program makes for itself.
+    void writeUsualSettings() const;
 
     /// Cell `n` of the status bar, from 0.
     QLabel* statusCell(int n) const;
@@ -85,6 +87,26 @@ struct ConnectionBench
     DriverDialogUser driverDialog;
     std::unique_ptr<MainWindow> window;
 };
+
+/// The program with a device that answers, a template on the tape and nothing yet in its log.
+struct RunningBench : ConnectionBench
+{
+    RunningBench();
+
+    void choose(const char* action) { chooseInMenu(*window, action); }
+
+    QList<FieldRow> fields = manyFields(4);
+    std::unique_ptr<LogWatch> watch;
+};
+
+/// A column "failure", and a row for each way in which an operation fails and does not hide it.
+void addFailureRows();
+
+// What the user is told of an exchange that cannot begin.
+extern const char* const kNoPortText;
+extern const char* const kNoExchangeText;
+extern const char* const kNoModeText;
+extern const char* const kNoDialogText;
 
 /// The lines of a start that every good driver begins with.
 QStringList driverLines();

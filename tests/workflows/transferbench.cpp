@@ -1,17 +1,13 @@
 #include "workflows/transferbench.h"
 
-#include "device/utiljson.h"
-
-#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QEvent>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
-#include <QJsonDocument>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 
@@ -20,6 +16,9 @@
 const char* const kQuestionTitle = "Обмен с устройством";
 const char* const kReadingTitle = "Чтение данных с устройства";
 const char* const kWritingTitle = "Запись данных в устройство";
+
+const char* const kNoNumberText =
+    "Задайте номер шаблона в устройстве, в который будет записан макет шаблона!";
 
 const char* const kTemplateDone = "Шаблон успешно загружен.";
 const char* const kTemplateFailed = "<FONT COLOR=red>При сохранении шаблона возникла ошибка.</FONT>";
@@ -47,9 +46,8 @@ QString maskDigits(const FieldRow& field)
 void tick(QDialog& dialog, const char* name, bool isTicked)
 {
     auto* const box = named<QCheckBox>(dialog, name);
-    constexpr int middleOfTheMark = 8;
     if (box->isEnabled() && box->isChecked() != isTicked)
-        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(middleOfTheMark, box->height() / 2));
+        clickCheckBox(box);
 }
 
 } // namespace
@@ -106,15 +104,10 @@ void choose(QDialog& dialog, const Choice& choice)
     tick(dialog, "chbFLoadFreeStrs", choice.isFreeLines);
 }
 
-void press(QDialog& dialog, const char* button)
-{
-    QTest::mouseClick(named<QPushButton>(dialog, button), Qt::LeftButton);
-}
-
 TransferBench::TransferBench(const QList<FieldRow>& fields)
 {
     device.set({{"model", 69}, {"modelName", "Тавр 77Ф"}});
-    writeSettings(UtilJson::SetSettingsJson().toUtf8());
+    writeUsualSettings();
     start();
     showAndWait();
     if (!fields.isEmpty())
@@ -167,7 +160,7 @@ void TransferBench::answer(const Choice& choice, const DialogUser::Steps& inProg
         choose(dialog, choice);
         QObject::connect(named<QProgressBar>(dialog, "progressBar"), &QProgressBar::valueChanged, &user,
                          [this](int value) { progress.append(value); });
-        press(dialog, "btnLoad");
+        clickButton(dialog, "btnLoad");
     });
     if (choice.isTemplate)
         user.order(inProgress);
@@ -202,14 +195,6 @@ bool TransferBench::isTapeEmpty() const
     const auto items = WindowProbe(*window).scene().items();
     return std::none_of(items.cbegin(), items.cend(),
                         [](const QGraphicsItem* item) { return item->type() > QGraphicsItem::UserType; });
-}
-
-QJsonArray TransferBench::takeTrace() const
-{
-    using ControlFunction = const char*(const char*);
-    const auto function = reinterpret_cast<ControlFunction*>(KRD9IO.library->resolve("FpaxEmulatorControl"));
-    return function != nullptr ? QJsonDocument::fromJson(function(R"({"cmd": "calls"})")).array()
-                               : QJsonArray();
 }
 
 QString paramDigits(const FieldRow& f)

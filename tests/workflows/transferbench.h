@@ -53,8 +53,6 @@ struct Choice
 
 /// Makes the dialog show the choice, as far as it lets the user; the number also if the template is not ticked.
 void choose(QDialog& dialog, const Choice& choice);
-/// Presses a button of a dialog.
-void press(QDialog& dialog, const char* button);
 
 /// The program with a device that answers, and a template on the tape. The device is of the model that the window
 /// starts with.
@@ -89,9 +87,6 @@ struct TransferBench : ConnectionBench
     /// No block, no line and no field is drawn.
     bool isTapeEmpty() const;
 
-    /// The calls of the driver since the last look, with thread, begin and end.
-    QJsonArray takeTrace() const;
-
     DialogUser user{QStringLiteral("dlgDnLoad")};
     QList<int> progress; ///< what the bar has shown, in order
     std::unique_ptr<LogWatch> watch;
@@ -114,6 +109,9 @@ QString modelLine();
 extern const char* const kQuestionTitle;
 extern const char* const kReadingTitle;
 extern const char* const kWritingTitle;
+
+/// What the question says to a template without a number.
+extern const char* const kNoNumberText;
 
 // Parts of reports.
 extern const char* const kTemplateDone;

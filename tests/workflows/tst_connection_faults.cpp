@@ -1,27 +1,28 @@
 #include "workflows/connectionbench.h"
 
-#include "device/utiljson.h"
-
 #include <QLabel>
 #include <QTest>
 
 namespace {
 
 const QString kRefused = QStringLiteral("Ошибка при задании настроек обмена (ret=255)");
-const QString kNoPort = QStringLiteral("Порт обмена недоступен!");
-const QString kNoExchange = QStringLiteral("Не удалось установить обмен данными с устройством.");
-const QString kNoMode = QStringLiteral("Не удалось войти в режим обмена (программирования).");
-const QString kNoDialog =
-    QStringLiteral("Ошибка при вызове диалога настроек!\nВозможно не хватает библиотек dll.");
 
-/// How far a program gets whose `call` fails.
-enum class Reached { Names, Nothing, Settings, Port, Device, Mode };
+/// How far a start gets.
+enum class Reached {
+    Names,    ///< to the end, but without the name or the version of the driver
+    Nothing,  ///< the driver has not taken the settings
+    Settings, ///< the driver is set up, the port stays closed
+    Port,     ///< the port is open, the device has not told what it is
+    Device,   ///< the device is known, but not in programming mode
+    Mode,     ///< to the end
+};
 
 bool isException(Failure failure)
 {
     return failure == Failure::Standard || failure == Failure::Foreign;
 }
 
+/// How far a program gets whose `call` fails.
 Reached reachedWith(const QString& call, Failure failure)
 {
     const QString operation = operationOf(call);
@@ -39,7 +40,7 @@ Reached reachedWith(const QString& call, Failure failure)
     return operation == u"setMode" || operation == u"enterMode" ? Reached::Device : Reached::Port;
 }
 
-/// All the program's knowledge of the connection is that of `reached`.
+/// The first flag of the session that is not as `reached` wants it; empty if all are.
 QString stateDifference(Reached reached)
 {
     const bool isAnswering = reached == Reached::Mode || reached == Reached::Names;
@@ -59,15 +60,6 @@ QStringList linesOf(Reached reached)
     return reached == Reached::Mode || reached == Reached::Names ? goodDeviceLines() : noConnectionLines();
 }
 
-void addFailures()
-{
-    QTest::addColumn<Failure>("failure");
-    QTest::newRow("code") << Failure::Coded;
-    QTest::newRow("no code") << Failure::Codeless;
-    QTest::newRow("standard exception") << Failure::Standard;
-    QTest::newRow("any exception") << Failure::Foreign;
-}
-
 } // namespace
 
 /// Each driver call of a start and of the connection commands fails once, in every way.
@@ -76,22 +68,14 @@ class TestConnectionFaults : public QObject
     Q_OBJECT
 
 private slots:
-    void eachCallOfAStart_data();
+    void eachCallOfAStart_data() { addFailureRows(); }
     void eachCallOfAStart();
-    void eachCallAfterTheDialog_data() { addFailures(); }
+    void eachCallAfterTheDialog_data() { addFailureRows(); }
     void eachCallAfterTheDialog();
-    void eachCallOfTheRelease_data() { addFailures(); }
+    void eachCallOfTheRelease_data() { addFailureRows(); }
     void eachCallOfTheRelease();
     void deviceThatPretends();
 };
-
-void TestConnectionFaults::eachCallOfAStart_data()
-{
-    QTest::addColumn<Failure>("failure");
-    QTest::newRow("code") << Failure::Coded;
-    QTest::newRow("no code") << Failure::Codeless;
-    QTest::newRow("any exception") << Failure::Foreign;
-}
 
 void TestConnectionFaults::eachCallOfAStart()
 {
@@ -99,7 +83,7 @@ void TestConnectionFaults::eachCallOfAStart()
     QStringList good;
     {
         ConnectionBench b;
-        b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
+        b.writeUsualSettings();
         b.start();
         good = b.device.takeCalls();
     }
@@ -109,7 +93,7 @@ void TestConnectionFaults::eachCallOfAStart()
     for (int k = 1; k <= good.size(); ++k) {
         const QString call = good.at(k - 1);
         ConnectionBench b;
-        b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
+        b.writeUsualSettings();
         b.device.failCall(k, failure);
         b.start();
         b.device.dropFaults();
@@ -143,76 +127,64 @@ void TestConnectionFaults::eachCallOfAStart()
 void TestConnectionFaults::eachCallAfterTheDialog()
 {
     QFETCH(const Failure, failure);
-    ConnectionBench b;
-    b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
-    b.start();
-    b.showAndWait();
-    const auto fields = manyFields(4);
-    b.openFields(fields);
-    LogWatch watch(*b.window);
-    b.device.takeCalls();
-    chooseInMenu(*b.window, "actionIOSettings");
+    RunningBench b;
+    b.choose("actionIOSettings");
     const QStringList good = b.device.takeCalls();
     QCOMPARE(good.size(), 26);
-    QCOMPARE(watch.takeNew(), QStringList("ShowProperties() ret=0") + goodDeviceLines());
+    QCOMPARE(b.watch->takeNew(), QStringList("ShowProperties() ret=0") + goodDeviceLines());
 
     for (int k = 1; k <= good.size(); ++k) {
         const QString call = good.at(k - 1);
         b.device.failCall(k, failure);
-        chooseInMenu(*b.window, "actionIOSettings");
+        b.choose("actionIOSettings");
         b.device.dropFaults();
 
         const QStringList texts = b.robot.takeTexts();
-        const QStringList log = watch.takeNew();
+        const QStringList log = b.watch->takeNew();
         if (k == 1) {
-            QCOMPARE(texts, QStringList{kNoDialog});
+            QCOMPARE(texts, QStringList(kNoDialogText));
             QCOMPARE(log, QStringList("ShowProperties() ret=-1"));
         } else {
             const Reached reached = reachedWith(call, failure);
             QVERIFY2(stateDifference(reached).isEmpty(), qPrintable(call + ": " + stateDifference(reached)));
-            const QMap<Reached, QString> messages{
-                {Reached::Settings, kNoPort}, {Reached::Port, kNoExchange}, {Reached::Device, kNoMode}};
+            const QMap<Reached, QString> messages{{Reached::Settings, kNoPortText},
+                                                  {Reached::Port, kNoExchangeText},
+                                                  {Reached::Device, kNoModeText}};
             QCOMPARE(texts, messages.contains(reached) ? QStringList{messages[reached]} : QStringList());
             QCOMPARE(log, QStringList("ShowProperties() ret=0") + linesOf(reached));
         }
-        QCOMPARE(b.harm(fields), QStringList());
+        QCOMPARE(b.harm(b.fields), QStringList());
         QTRY_VERIFY(b.statusCell(2)->text().startsWith(KRD9IO.deviceText));
     }
-    chooseInMenu(*b.window, "actionIOSettings");
+    b.choose("actionIOSettings");
     QCOMPARE(b.robot.takeTexts(), QStringList());
     QVERIFY(KRD9IO.modeProgram);
     // The template can be saved as it was opened.
     saveTemplateAs(*b.window, b.robot, b.dir.path("saved.csv"));
-    QCOMPARE(bytesOf(b.dir.path("saved.csv")), maskFile(fields));
+    QCOMPARE(bytesOf(b.dir.path("saved.csv")), maskFile(b.fields));
 }
 
 void TestConnectionFaults::eachCallOfTheRelease()
 {
     QFETCH(const Failure, failure);
-    ConnectionBench b;
-    b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
-    b.start();
-    b.showAndWait();
-    const auto fields = manyFields(4);
-    b.openFields(fields);
-    b.device.takeCalls();
-    chooseInMenu(*b.window, "actionFreePort");
+    RunningBench b;
+    b.choose("actionFreePort");
     QCOMPARE(b.device.takeCalls().size(), 1);
     QCOMPARE(b.robot.takeTexts(), QStringList("Порт освобожден."));
 
     b.device.failCall(1, failure);
-    chooseInMenu(*b.window, "actionFreePort");
+    b.choose("actionFreePort");
     QCOMPARE(b.robot.takeTexts().join(u' ').contains("возникла ошибка"), failure != Failure::Codeless);
     b.device.dropFaults();
-    chooseInMenu(*b.window, "actionFreePort");
+    b.choose("actionFreePort");
     QCOMPARE(b.robot.takeTexts(), QStringList("Порт освобожден."));
-    QCOMPARE(b.harm(fields), QStringList());
+    QCOMPARE(b.harm(b.fields), QStringList());
 }
 
 void TestConnectionFaults::deviceThatPretends()
 {
     ConnectionBench b;
-    b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
+    b.writeUsualSettings();
     // All is well, says the driver, and does nothing of it.
     b.device.setFaults({QJsonObject{{"operation", "*"}, {"status", 0}, {"withGetters", true}}});
     b.start();

@@ -1,8 +1,5 @@
 #include "workflows/connectionbench.h"
 
-#include "device/utiljson.h"
-
-#include <QAction>
 #include <QCheckBox>
 #include <QDialog>
 #include <QLabel>
@@ -11,49 +8,25 @@
 
 namespace {
 
-const QString kNoPort = QStringLiteral("Порт обмена недоступен!");
-const QString kNoExchange = QStringLiteral("Не удалось установить обмен данными с устройством.");
-const QString kNoMode = QStringLiteral("Не удалось войти в режим обмена (программирования).");
 const QString kOpenReceipt = QStringLiteral("Обмен невозможен - открыт чек.");
-const QString kNoDialog =
-    QStringLiteral("Ошибка при вызове диалога настроек!\nВозможно не хватает библиотек dll.");
 const QString kReleased = QStringLiteral("Порт освобожден.");
 const QString kNotReleased =
     QStringLiteral("<FONT COLOR=red>При попытке освобождения порта возникла ошибка.</FONT>");
 
-/// The program with a device that answers, a template on the tape and nothing yet in its log.
-struct RunningBench : ConnectionBench
-{
-    RunningBench()
-    {
-        writeSettings(UtilJson::SetSettingsJson().toUtf8());
-        start();
-        showAndWait();
-        openFields(fields);
-        device.takeCalls();
-        watch = std::make_unique<LogWatch>(*window);
-    }
-
-    void choose(const char* action) { chooseInMenu(*window, action); }
-
-    QList<FieldRow> fields = manyFields(4);
-    std::unique_ptr<LogWatch> watch;
-};
-
 /// How a device fails that is asked for an exchange, and what the user is told.
-void addFailures()
+void addDeviceFailures()
 {
     QTest::addColumn<QJsonObject>("state");
     QTest::addColumn<QString>("operation");
     QTest::addColumn<QString>("message");
-    QTest::newRow("port") << QJsonObject() << "setDeviceEnabled" << kNoPort;
-    QTest::newRow("cable") << QJsonObject{{"connected", false}} << "" << kNoPort;
-    QTest::newRow("status") << QJsonObject() << "readStatus" << kNoExchange;
-    QTest::newRow("version") << QJsonObject() << "readUnitVersion" << kNoExchange;
-    QTest::newRow("mode") << QJsonObject() << "enterMode" << kNoMode;
+    QTest::newRow("port") << QJsonObject() << "setDeviceEnabled" << kNoPortText;
+    QTest::newRow("cable") << QJsonObject{{"connected", false}} << "" << kNoPortText;
+    QTest::newRow("status") << QJsonObject() << "readStatus" << kNoExchangeText;
+    QTest::newRow("version") << QJsonObject() << "readUnitVersion" << kNoExchangeText;
+    QTest::newRow("mode") << QJsonObject() << "enterMode" << kNoModeText;
     QTest::newRow("receipt") << QJsonObject{{"receiptState", 1}} << "" << kOpenReceipt;
     QTest::newRow("receipt, and a failure before")
-        << QJsonObject{{"receiptState", 1}} << "readUnitVersion" << kNoExchange;
+        << QJsonObject{{"receiptState", 1}} << "readUnitVersion" << kNoExchangeText;
 }
 
 } // namespace
@@ -67,9 +40,9 @@ private slots:
     void dialogIsFollowedByTheNewState();
     void cancelledDialogIsFollowedByTheState();
     void dialogOfADriverThatReportsMore();
-    void dialogThatDoesNotOpen_data();
+    void dialogThatDoesNotOpen_data() { addFailureRows(); }
     void dialogThatDoesNotOpen();
-    void failureAfterTheDialogIsTold_data() { addFailures(); }
+    void failureAfterTheDialogIsTold_data() { addDeviceFailures(); }
     void failureAfterTheDialogIsTold();
     void failureBeforeAnExchangeIsTold_data();
     void failureBeforeAnExchangeIsTold();
@@ -123,15 +96,6 @@ void TestConnectionMenu::dialogOfADriverThatReportsMore()
     QCOMPARE(b.watch->takeNew(), QStringList("ShowProperties() ret=17") + goodDeviceLines());
 }
 
-void TestConnectionMenu::dialogThatDoesNotOpen_data()
-{
-    QTest::addColumn<Failure>("failure");
-    QTest::newRow("code") << Failure::Coded;
-    QTest::newRow("no code") << Failure::Codeless;
-    QTest::newRow("standard exception") << Failure::Standard;
-    QTest::newRow("any exception") << Failure::Foreign;
-}
-
 void TestConnectionMenu::dialogThatDoesNotOpen()
 {
     QFETCH(const Failure, failure);
@@ -141,7 +105,7 @@ void TestConnectionMenu::dialogThatDoesNotOpen()
 
     const auto boxes = b.robot.takeBoxes();
     QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes.first().text, kNoDialog);
+    QCOMPARE(boxes.first().text, kNoDialogText);
     QCOMPARE(boxes.first().icon, QMessageBox::Warning);
     QCOMPARE(boxes.first().title, QString());
     QCOMPARE(b.watch->takeNew(), QStringList("ShowProperties() ret=-1"));
@@ -194,9 +158,9 @@ void TestConnectionMenu::failureBeforeAnExchangeIsTold()
         QJsonObject state;
         const char* operation;
         QString message;
-    } failures[] = {{{}, "setDeviceEnabled", kNoPort},
-                    {{}, "readStatus", kNoExchange},
-                    {{}, "enterMode", kNoMode},
+    } failures[] = {{{}, "setDeviceEnabled", kNoPortText},
+                    {{}, "readStatus", kNoExchangeText},
+                    {{}, "enterMode", kNoModeText},
                     {{{"receiptState", 1}}, "getBadParamDescription", kOpenReceipt}};
     for (const auto& failure : failures) {
         b.device.set(failure.state);
@@ -217,7 +181,7 @@ void TestConnectionMenu::windowLivesWhileABoxIsOpen()
     const QString reason = QStringLiteral("Ошибка подключения: [-1000] ") + kFailureText;
     b.robot.whileBoxIsOpen({}, [&] { return b.statusCell(2)->text() == reason; });
     b.choose("actionIOSettings");
-    QCOMPARE(b.robot.takeTexts(), QStringList{kNoPort});
+    QCOMPARE(b.robot.takeTexts(), QStringList(kNoPortText));
     QCOMPARE(b.statusCell(2)->text(), reason);
 }
 

@@ -1,7 +1,5 @@
 #include "workflows/connectionbench.h"
 
-#include "device/utiljson.h"
-
 #include <QAction>
 #include <QLabel>
 #include <QPixmap>
@@ -21,40 +19,39 @@ bool shows(const QLabel& label, const char* image)
 /// What is written down when the program starts with this device and the usual settings.
 QStringList logOfAStart(ConnectionBench& b)
 {
-    b.writeSettings(UtilJson::SetSettingsJson().toUtf8());
+    b.writeUsualSettings();
     b.start();
     return b.log();
 }
 
 } // namespace
 
-/// The program starts with, without and before a device that does not answer.
+/// The start of the program: without a driver, with a device that answers, and with one that does not.
 class TestConnectionStart : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void goodDevice();
+    void goodDeviceIsShown();
     void callsOfAStart();
     void logOfAGoodDeviceIsExact();
-    void noDriver();
+    void missingDriverIsShown();
     void commandsWithoutADriver_data();
     void commandsWithoutADriver();
     void deviceWithoutAPort();
-    void silentDevice();
-    void openReceipt();
-    void statusLine_data();
-    void statusLine();
+    void silentDeviceIsLogged();
+    void openReceiptIsLogged();
+    void statusLineTellsShiftAndReceipt_data();
+    void statusLineTellsShiftAndReceipt();
     void statusLineWithoutADescription();
     void deviceTextsArePlainText();
     void refusalIsPlainText();
     void throwingDriver_data();
     void throwingDriver();
-    void commandsComeWithTheDriverAndTheTemplate();
-    void stateFileOfTheFolderCounts();
+    void uploadComesWithLinesOrATemplate();
 };
 
-void TestConnectionStart::goodDevice()
+void TestConnectionStart::goodDeviceIsShown()
 {
     ConnectionBench b;
     const QStringList log = logOfAStart(b);
@@ -115,7 +112,7 @@ void TestConnectionStart::logOfAGoodDeviceIsExact()
                                "Версия шаблонов:\t-", "Состояние сессии:\t1 \tЧек: 0 Fiscal: 1"}));
 }
 
-void TestConnectionStart::noDriver()
+void TestConnectionStart::missingDriverIsShown()
 {
     ConnectionBench b;
     b.device.remove();
@@ -183,7 +180,7 @@ void TestConnectionStart::deviceWithoutAPort()
     QVERIFY(b.isEnabled("actionFreePort"));
 }
 
-void TestConnectionStart::silentDevice()
+void TestConnectionStart::silentDeviceIsLogged()
 {
     ConnectionBench b;
     b.device.fail("readStatus", Failure::Coded);
@@ -196,7 +193,7 @@ void TestConnectionStart::silentDevice()
     QCOMPARE(b.statusCell(2)->text(), QString());
 }
 
-void TestConnectionStart::openReceipt()
+void TestConnectionStart::openReceiptIsLogged()
 {
     ConnectionBench b;
     b.device.set({{"receiptState", 1}, {"shiftOpen", true}, {"mode", 1}});
@@ -211,7 +208,7 @@ void TestConnectionStart::openReceipt()
     QVERIFY(b.statusCell(2)->text().endsWith(" Смена: открыта Чек: открыт "));
 }
 
-void TestConnectionStart::statusLine_data()
+void TestConnectionStart::statusLineTellsShiftAndReceipt_data()
 {
     QTest::addColumn<bool>("shift");
     QTest::addColumn<int>("receipt");
@@ -222,7 +219,7 @@ void TestConnectionStart::statusLine_data()
     QTest::newRow("both open") << true << 1 << " Смена: открыта Чек: открыт ";
 }
 
-void TestConnectionStart::statusLine()
+void TestConnectionStart::statusLineTellsShiftAndReceipt()
 {
     QFETCH(const bool, shift);
     QFETCH(const int, receipt);
@@ -319,7 +316,7 @@ void TestConnectionStart::throwingDriver()
     }
 }
 
-void TestConnectionStart::commandsComeWithTheDriverAndTheTemplate()
+void TestConnectionStart::uploadComesWithLinesOrATemplate()
 {
     ConnectionBench b;
     logOfAStart(b);
@@ -335,17 +332,6 @@ void TestConnectionStart::commandsComeWithTheDriverAndTheTemplate()
     b.openFields(manyFields(3));
     QTRY_VERIFY(b.isEnabled("actionUpLoad"));
     QVERIFY(!b.isEnabled("actionFreeStrEditor"));
-}
-
-void TestConnectionStart::stateFileOfTheFolderCounts()
-{
-    ConnectionBench b;
-    b.dir.write("fpax_state.json", R"({"serial": "из файла", "settings": {"Port": "9"}})");
-    b.device.reload();
-    logOfAStart(b);
-    QCOMPARE(KRD9IO.serialText, QString("из файла"));
-    b.stop();
-    QVERIFY(bytesOf(b.dir.path("fpax_state.json")).contains("\"Port\": \"5\""));
 }
 
 QTEST_MAIN(TestConnectionStart)

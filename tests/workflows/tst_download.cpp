@@ -1,7 +1,6 @@
 #include "support/session.h"
 #include "workflows/transferbench.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -96,7 +95,7 @@ void TestDownload::deviceMustAnswer()
     b.windowLines() = kDeviceLines;
     b.device.set({{"connected", false}});
     b.download({.isFreeLines = true});
-    QCOMPARE(b.robot.takeTexts(), QStringList("Порт обмена недоступен!"));
+    QCOMPARE(b.robot.takeTexts(), QStringList(kNoPortText));
     QCOMPARE(b.user.takeTitles(), QStringList());
     QCOMPARE(b.watch->takeNew(), QStringList("==================================") + noConnectionLines());
     QCOMPARE(b.harm(manyFields(4)), QStringList());
@@ -243,10 +242,10 @@ void TestDownload::reportNamesBothParts_data()
     QTest::addColumn<bool>("isTemplateGood");
     QTest::addColumn<bool>("isLinesGood");
     QTest::addColumn<QString>("report");
-    QTest::newRow("both") << true << true << reportOf(kTemplateDone, kLinesLoaded);
-    QTest::newRow("template") << true << false << reportOf(kTemplateDone, kLinesNotLoaded);
-    QTest::newRow("free lines") << false << true << reportOf(kTemplateFailed, kLinesLoaded);
-    QTest::newRow("none") << false << false << reportOf(kTemplateFailed, kLinesNotLoaded);
+    QTest::newRow("both good") << true << true << reportOf(kTemplateDone, kLinesLoaded);
+    QTest::newRow("lines fail") << true << false << reportOf(kTemplateDone, kLinesNotLoaded);
+    QTest::newRow("template fails") << false << true << reportOf(kTemplateFailed, kLinesLoaded);
+    QTest::newRow("both fail") << false << false << reportOf(kTemplateFailed, kLinesNotLoaded);
 }
 
 void TestDownload::reportNamesBothParts()
@@ -359,6 +358,8 @@ void TestDownload::badValuesLoseTheTemplate()
     QCOMPARE(b.robot.takeTexts(), QStringList({findings, kTemplateDone}));
     QCOMPARE(b.watch->takeNew(), downloadLines(1, fields) + findings.split(u'\n') + endLines());
     QVERIFY(areTemplateCommands(*b.window, false));
+    QVERIFY(b.isTapeEmpty());
+    QCOMPARE(listedFields(*b.window), QStringList());
 }
 
 void TestDownload::modelFollowsTheReport()

@@ -31,9 +31,9 @@ QStringList entriesOf(const QComboBox& combo)
 }
 
 /// A new window with the file kassa.csv as given; none if it is null.
-struct Session
+struct KassaSession
 {
-    explicit Session(const QByteArray& kassaFile)
+    explicit KassaSession(const QByteArray& kassaFile)
         : isWritten(kassaFile.isNull() || !dir.write(QStringLiteral("kassa.csv"), kassaFile).isEmpty())
         , probe(window)
     {
@@ -52,7 +52,7 @@ struct Session
 
 } // namespace
 
-class tst_Models : public QObject
+class TestModels : public QObject
 {
     Q_OBJECT
 
@@ -71,7 +71,7 @@ private slots:
     void fileIsNeverWritten();
 };
 
-void tst_Models::builtInListReplacesAnUnusableFile_data()
+void TestModels::builtInListReplacesAnUnusableFile_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("no file") << QByteArray();
@@ -79,13 +79,14 @@ void tst_Models::builtInListReplacesAnUnusableFile_data()
     QTest::newRow("one record") << QByteArray("1;;57;1;;Одна\n");
     QTest::newRow("one record that counts")
         << QByteArray("вкл;а;лента;код;б;имя\n1;;57;1;;Одна\n0;;57;1;;Две\n");
-    QTest::newRow("rubbish") << QByteArray("\xff\xfe\0;;;;;\n1;2;3", 15);
+    QTest::newRow("rubbish") << QByteArray("\xff\xfe\0;;;;;\n1;2;3", 14);
+    QTest::newRow("rubbish without a zero") << QByteArray("\xff\xfe;;;;;\n1;2;3");
 }
 
-void tst_Models::builtInListReplacesAnUnusableFile()
+void TestModels::builtInListReplacesAnUnusableFile()
 {
     QFETCH(const QByteArray, bytes);
-    Session s(bytes);
+    KassaSession s(bytes);
     QCOMPARE(s.probe.kassaNames(), kBuiltInNames);
     QCOMPARE(s.probe.kassaTapes(), kBuiltInTapes);
     QCOMPARE(s.probe.kassaCodes(), kBuiltInCodes);
@@ -95,7 +96,7 @@ void tst_Models::builtInListReplacesAnUnusableFile()
     QCOMPARE(s.robot.takeTexts(), QStringList());
 }
 
-void tst_Models::folderOrPipeIsNoFile()
+void TestModels::folderOrPipeIsNoFile()
 {
     const ProgramDir dir;
     const QString path = dir.path(QStringLiteral("kassa.csv"));
@@ -112,7 +113,7 @@ void tst_Models::folderOrPipeIsNoFile()
 #endif
 }
 
-void tst_Models::listComesFromTheFile_data()
+void TestModels::listComesFromTheFile_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QStringList>("names");
@@ -147,14 +148,14 @@ void tst_Models::listComesFromTheFile_data()
         {7, 7, 7}, "Т");
 }
 
-void tst_Models::listComesFromTheFile()
+void TestModels::listComesFromTheFile()
 {
     QFETCH(const QByteArray, bytes);
     QFETCH(const QStringList, names);
     QFETCH(const QStringList, tapes);
     QFETCH(const QList<int>, codes);
     QFETCH(const QString, chosen);
-    Session s(bytes);
+    KassaSession s(bytes);
     QCOMPARE(s.probe.kassaNames(), names);
     QCOMPARE(s.probe.kassaTapes(), tapes);
     QCOMPARE(s.probe.kassaCodes(), codes);
@@ -166,9 +167,9 @@ void tst_Models::listComesFromTheFile()
     QCOMPARE(s.robot.takeTexts(), QStringList());
 }
 
-void tst_Models::modelSetsTheTape()
+void TestModels::modelSetsTheTape()
 {
-    Session s("1;;57;1;;А\n1;;44;2;;Б\n1;;80;3;;В\n1;;80;4;;Г\n");
+    KassaSession s("1;;57;1;;А\n1;;44;2;;Б\n1;;80;3;;В\n1;;80;4;;Г\n");
     showWindow(s.window);
     const auto fields = manyFields(3);
     openTemplate(s.window, s.robot, s.dir.write(QStringLiteral("good.csv"), maskFile(fields)));
@@ -193,9 +194,9 @@ void tst_Models::modelSetsTheTape()
     QCOMPARE(s.robot.takeTexts(), QStringList());
 }
 
-void tst_Models::builtInModelsSetTheirTapes()
+void TestModels::builtInModelsSetTheirTapes()
 {
-    Session s{QByteArray()};
+    KassaSession s{QByteArray()};
     showWindow(s.window);
     openTemplate(s.window, s.robot, s.dir.write(QStringLiteral("good.csv"), maskFile(manyFields(3))));
     for (int i = 0; i < kBuiltInNames.size(); ++i) {
@@ -206,9 +207,9 @@ void tst_Models::builtInModelsSetTheirTapes()
     QCOMPARE(s.robot.takeTexts(), QStringList());
 }
 
-void tst_Models::modelOfTheSameTapeRedrawsNothing()
+void TestModels::modelOfTheSameTapeRedrawsNothing()
 {
-    Session s{QByteArray()};
+    KassaSession s{QByteArray()};
     showWindow(s.window);
     openTemplate(s.window, s.robot, s.dir.write(QStringLiteral("good.csv"), maskFile(manyFields(3))));
     LogWatch log(s.window);
@@ -217,9 +218,9 @@ void tst_Models::modelOfTheSameTapeRedrawsNothing()
     QCOMPARE(log.takeNew(), QStringList());
 }
 
-void tst_Models::unknownTapeIsToldAndChangesNothing()
+void TestModels::unknownTapeIsToldAndChangesNothing()
 {
-    Session s("1;;57;1;;А\n1;;80;2;;Б\n1;;58;3;;В\n1;;080;4;;Г\n1;;-5;5;;Д\n1;;57;6;;Е\n1;;80;7;;Ж\n");
+    KassaSession s("1;;57;1;;А\n1;;80;2;;Б\n1;;58;3;;В\n1;;080;4;;Г\n1;;-5;5;;Д\n1;;57;6;;Е\n1;;80;7;;Ж\n");
     showWindow(s.window);
     openTemplate(s.window, s.robot, s.dir.write(QStringLiteral("good.csv"), maskFile(manyFields(3))));
     QCOMPARE(s.robot.takeTexts(), QStringList());
@@ -238,21 +239,21 @@ void tst_Models::unknownTapeIsToldAndChangesNothing()
     QCOMPARE(log.takeNew(), QStringList());
 }
 
-void tst_Models::unknownTapeIsToldAtStart()
+void TestModels::unknownTapeIsToldAtStart()
 {
     // The first entry is chosen while the list fills, then the one before the last.
-    Session first("1;;58;1;;А\n1;;57;2;;Б\n1;;80;3;;В\n");
+    KassaSession first("1;;58;1;;А\n1;;57;2;;Б\n1;;80;3;;В\n");
     QCOMPARE(first.robot.takeTexts(), QStringList{kUnknownWidth});
     QCOMPARE(first.lenta()->currentText(), QStringLiteral("57мм"));
 
-    Session second("1;;57;1;;А\n1;;100;2;;Б\n1;;80;3;;В\n");
+    KassaSession second("1;;57;1;;А\n1;;100;2;;Б\n1;;80;3;;В\n");
     QCOMPARE(second.robot.takeTexts(), QStringList{kUnknownWidth});
     QCOMPARE(second.kassa()->currentText(), QStringLiteral("Б"));
     QCOMPARE(second.lenta()->currentText(), QStringLiteral("57мм"));
     QCOMPARE(second.probe.tapeWidth(), 576);
 }
 
-void tst_Models::choiceIsNotKept()
+void TestModels::choiceIsNotKept()
 {
     const ProgramDir dir;
     DialogRobot robot;
@@ -268,23 +269,29 @@ void tst_Models::choiceIsNotKept()
     QCOMPARE(named<QComboBox>(window, "comboLentaSize")->currentText(), QStringLiteral("80мм"));
 }
 
-void tst_Models::fileIsNeverWritten()
+void TestModels::fileIsNeverWritten()
 {
     const QByteArray bytes = "1;;57;1;;А\r\n1;;80;2;;Б";
     const ProgramDir dir;
+    DialogRobot robot;
     const QString path = dir.write(QStringLiteral("kassa.csv"), bytes);
-    {
+    const QString fields = dir.write(QStringLiteral("good.csv"), maskFile(manyFields(3)));
+    const auto useModels = [&robot, &fields] {
         MainWindow window;
         showWindow(window);
-    }
+        openTemplate(window, robot, fields);
+        chooseInCombo(window, "comboKassa", 1);
+        chooseInCombo(window, "comboKassa", 0);
+        chooseInCombo(window, "comboLentaSize", 1);
+    };
+    useModels();
     QCOMPARE(bytesOf(path), bytes);
     QVERIFY(QFile::remove(path));
-    {
-        MainWindow window;
-        showWindow(window);
-    }
+    useModels();
     QVERIFY(!QFile::exists(path));
+    QCOMPARE(robot.takeTexts(), QStringList());
 }
 
-QTEST_MAIN(tst_Models)
+QTEST_MAIN(TestModels)
+
 #include "tst_models.moc"

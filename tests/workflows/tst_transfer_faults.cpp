@@ -7,9 +7,6 @@
 
 namespace {
 
-const QString kNoPort = QStringLiteral("Порт обмена недоступен!");
-const QString kNoExchange = QStringLiteral("Не удалось установить обмен данными с устройством.");
-const QString kNoMode = QStringLiteral("Не удалось войти в режим обмена (программирования).");
 const QString kNothingCame = QStringLiteral("Корректных данных не найдено!");
 const QString kFindings = QStringLiteral("Поля шаблона имеют недопустимые значения!");
 
@@ -94,8 +91,8 @@ QString refusalOf(const Call& call, int code)
     if (call.phase != Call::Phase::Connection || call.isGetter() || code == kNoCode)
         return {};
     if (call.operation == u"setDeviceEnabled")
-        return kNoPort;
-    return call.isAnyOf({"setMode", "enterMode"}) ? kNoMode : kNoExchange;
+        return kNoPortText;
+    return call.isAnyOf({"setMode", "enterMode"}) ? kNoModeText : kNoExchangeText;
 }
 
 QList<int> keysUpTo(int last)
@@ -202,17 +199,6 @@ QStringList rowsAfter(const Result& result)
     return rows;
 }
 
-/// The template of the window as its file would have it.
-QByteArray heldTemplate(MainWindow& window)
-{
-    QStringList rows;
-    WindowProbe(window).bd().SaveToListWMask(rows);
-    QByteArray bytes;
-    for (const auto& row : rows)
-        bytes += row.toUtf8() + '\n';
-    return bytes;
-}
-
 /// The device in programming mode, as a whole exchange leaves it, and the driver's registers empty.
 void prepare(TransferBench& b)
 {
@@ -232,6 +218,14 @@ void prepare(TransferBench& b)
 void failCall(TransferBench& b, int n, int code)
 {
     b.device.setFaults({QJsonObject{{"operation", "*"}, {"call", n}, {"status", -1}, {"code", code}}});
+}
+
+/// Where a failure is, for messages.
+QByteArray placeOf(int n, const Call& call)
+{
+    return QStringLiteral("call %1, %2, row %3, parameter %4")
+        .arg(QString::number(n), call.operation, QString::number(call.row), QString::number(call.first))
+        .toUtf8();
 }
 
 void addCodes()
@@ -281,10 +275,7 @@ void TestTransferFaults::eachCallOfADownload()
     for (int k = 1; k <= calls.size(); ++k) {
         const Call& call = calls.at(k - 1);
         const Result expected = downloadWith(call, code);
-        const QByteArray place = QStringLiteral("call %1, %2, row %3, parameter %4")
-                                     .arg(QString::number(k), call.operation, QString::number(call.row),
-                                          QString::number(call.first))
-                                     .toUtf8();
+        const QByteArray place = placeOf(k, call);
         prepare(b);
         b.user.takeTitles();
         failCall(b, k, code);
@@ -306,7 +297,7 @@ void TestTransferFaults::eachCallOfADownload()
             if (!isTaken)
                 QVERIFY2(texts.first().startsWith(expected.keys.isEmpty() ? kNothingCame : kFindings), place);
         }
-        QVERIFY2(heldTemplate(*b.window) == maskFile(held), place);
+        QVERIFY2(WindowProbe(*b.window).heldTemplate() == maskFile(held), place);
         QVERIFY2(b.windowLines() == heldLines, place);
         if (held.isEmpty())
             QVERIFY2(b.isTapeEmpty(), place);
@@ -343,10 +334,7 @@ void TestTransferFaults::eachCallOfAnUpload()
     for (int k = 1; k <= calls.size(); ++k) {
         const Call& call = calls.at(k - 1);
         const Result expected = uploadWith(call, code);
-        const QByteArray place = QStringLiteral("call %1, %2, row %3, parameter %4")
-                                     .arg(QString::number(k), call.operation, QString::number(call.row),
-                                          QString::number(call.first))
-                                     .toUtf8();
+        const QByteArray place = placeOf(k, call);
         prepareAll();
         b.user.takeTitles();
         failCall(b, k, code);
@@ -364,7 +352,7 @@ void TestTransferFaults::eachCallOfAnUpload()
             QVERIFY2(b.deviceLines() == expected.lines,
                      QByteArray(place + ": " + b.deviceLines().join(u'|').toUtf8()));
         }
-        QVERIFY2(heldTemplate(*b.window) == maskFile(fields), place);
+        QVERIFY2(WindowProbe(*b.window).heldTemplate() == maskFile(fields), place);
         QVERIFY2(b.windowLines() == kOurLines, place);
         QVERIFY2(b.harm(fields).isEmpty(), place);
         b.user.dropOrders();

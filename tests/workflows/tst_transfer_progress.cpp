@@ -10,9 +10,6 @@
 
 namespace {
 
-const QString kNoNumber =
-    QStringLiteral("Задайте номер шаблона в устройстве, в который будет записан макет шаблона!");
-
 bool isWorking()
 {
     return QThreadPool::globalInstance()->activeThreadCount() > 0;
@@ -27,7 +24,7 @@ struct SlowBench : TransferBench
         fields[0].desc = QStringLiteral("Касса: поле");
         setTemplates({{1, fields}, {2, manyFields(3)}});
         device.set({{"latencyMs", 3}});
-        takeTrace();
+        device.takeTrace();
     }
 
     QList<FieldRow> fields = manyFields(40);
@@ -149,7 +146,7 @@ void TestTransferProgress::workerHasTheDriverToItself()
     b.setDeviceLines({"", ""});
     b.windowLines() = {"раз", "два"};
     isDownload ? b.download({.isFreeLines = true}) : b.upload({.isFreeLines = true});
-    const QJsonArray trace = b.takeTrace();
+    const QJsonArray trace = b.device.takeTrace();
     // 40 rows, each with 5 requests or 4 records of at least 4 calls.
     QVERIFY2(trace.size() > 640, qPrintable(QString::number(trace.size())));
     QCOMPARE(threadDifference(trace), QString());
@@ -207,7 +204,7 @@ void TestTransferProgress::closedWindowWaitsForTheEnd()
         else if (way == "key")
             QTest::keyClick(&dialog, Qt::Key_Escape);
         else
-            press(dialog, "btnLoad");
+            clickButton(dialog, "btnLoad");
         QVERIFY(!dialog.isVisible());
     });
     bool isWorkingAtTheEnd = true;
@@ -250,7 +247,7 @@ void TestTransferProgress::endBeforeTheWindowClosesItAtOnce()
             // The title is set when the worker has been started, and before the window is opened again.
             connect(&dialog, &QWidget::windowTitleChanged, &b.user,
                     [&isWaitedFor] { isWaitedFor = QThreadPool::globalInstance()->waitForDone(60000); });
-            press(dialog, "btnLoad");
+            clickButton(dialog, "btnLoad");
         });
         b.user.order([&isWindowReached](QDialog&) { isWindowReached = true; });
         QTRY_VERIFY(b.isEnabled("actionUpLoad"));
@@ -283,12 +280,12 @@ void TestTransferProgress::warningInTheProgressWindow()
     bool isStillOpen = false;
     b.answer({}, [&isStillOpen](QDialog& dialog) {
         choose(dialog, {.number = 0});
-        press(dialog, "btnLoad");
+        clickButton(dialog, "btnLoad");
         isStillOpen = dialog.isVisible();
     });
     chooseInMenu(*b.window, "actionDnLoad");
     QVERIFY(isStillOpen);
-    QCOMPARE(b.robot.takeTexts(), QStringList({kNoNumber, kTemplateDone}));
+    QCOMPARE(b.robot.takeTexts(), QStringList({kNoNumberText, kTemplateDone}));
     QCOMPARE(b.harm(b.fields), QStringList());
 }
 
@@ -300,10 +297,10 @@ void TestTransferProgress::transferEndsUnderAWarning()
     b.answer({}, [&progress](QDialog& dialog) {
         progress = &dialog;
         choose(dialog, {.number = 0});
-        press(dialog, "btnLoad");
+        clickButton(dialog, "btnLoad");
     });
     chooseInMenu(*b.window, "actionDnLoad");
-    QCOMPARE(b.robot.takeTexts(), QStringList({kNoNumber, kTemplateDone}));
+    QCOMPARE(b.robot.takeTexts(), QStringList({kNoNumberText, kTemplateDone}));
     QCOMPARE(b.harm(b.fields), QStringList());
     b.upload({});
     QCOMPARE(b.robot.takeTexts(), QStringList(kTemplateDone));

@@ -1,6 +1,5 @@
 #include "workflows/transferbench.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
 #include <QSpinBox>
@@ -42,7 +41,7 @@ class TestUpload : public QObject
     Q_OBJECT
 
 private slots:
-    void deviceMustAnswer();
+    void openReceiptForbidsTheExchange();
     void questionIsCancelled();
     void onlyWhatThereIsIsOffered_data();
     void onlyWhatThereIsIsOffered();
@@ -59,7 +58,7 @@ private slots:
     void templateTravelsThereAndBack();
 };
 
-void TestUpload::deviceMustAnswer()
+void TestUpload::openReceiptForbidsTheExchange()
 {
     TransferBench b;
     b.windowLines() = kWindowLines;
@@ -130,10 +129,10 @@ void TestUpload::noTemplateNeedsTheFreeLines()
     b.windowLines() = kWindowLines;
     QTRY_VERIFY(b.isEnabled("actionUpLoad"));
     b.user.order([](QDialog& dialog) {
-        press(dialog, "btnLoad");
+        clickButton(dialog, "btnLoad");
         QVERIFY(dialog.isVisible());
         choose(dialog, {.isTemplate = false, .isFreeLines = true});
-        press(dialog, "btnLoad");
+        clickButton(dialog, "btnLoad");
     });
     chooseInMenu(*b.window, "actionUpLoad");
     QCOMPARE(b.robot.takeTexts(), QStringList({"Ничего не выбрано для загрузки!", kLinesSaved}));
@@ -219,11 +218,11 @@ void TestUpload::reportNamesBothParts_data()
     QTest::addColumn<bool>("isTemplateGood");
     QTest::addColumn<QString>("failing");
     QTest::addColumn<QString>("report");
-    QTest::newRow("both") << true << "" << reportOf(kTemplateDone, kLinesSaved);
-    QTest::newRow("lines: mode") << true << "enterMode" << reportOf(kTemplateDone, kLinesNotSaved);
-    QTest::newRow("lines: row") << true << "writeTableField" << reportOf(kTemplateDone, kLinesNotSaved);
-    QTest::newRow("template") << false << "" << reportOf(kTemplateFailed, kLinesSaved);
-    QTest::newRow("none") << false << "writeTableField" << reportOf(kTemplateFailed, kLinesNotSaved);
+    QTest::newRow("both good") << true << "" << reportOf(kTemplateDone, kLinesSaved);
+    QTest::newRow("lines fail: mode") << true << "enterMode" << reportOf(kTemplateDone, kLinesNotSaved);
+    QTest::newRow("lines fail: row") << true << "writeTableField" << reportOf(kTemplateDone, kLinesNotSaved);
+    QTest::newRow("template fails") << false << "" << reportOf(kTemplateFailed, kLinesSaved);
+    QTest::newRow("both fail") << false << "writeTableField" << reportOf(kTemplateFailed, kLinesNotSaved);
 }
 
 void TestUpload::reportNamesBothParts()

@@ -1,5 +1,6 @@
 #include "device/qlumfpax.h"
 #include "device/tablescript.h"
+#include "device/templaterecords.h"
 #include "support/session.h"
 
 #include <QTest>
@@ -11,7 +12,7 @@
 
 namespace {
 
-/// A record as a program makes it, but for its bytes.
+/// A record of the template table; its bytes need not fit its parameters.
 Json::Value record(int subTable, int row, int first, int last, const char* v)
 {
     Json::Value value(Json::objectValue);
@@ -24,18 +25,10 @@ Json::Value record(int subTable, int row, int first, int last, const char* v)
     return value;
 }
 
-Json::Value listOf(const QList<Json::Value>& records)
-{
-    Json::Value list(Json::arrayValue);
-    for (const auto& value : records)
-        list.append(value);
-    return list;
-}
-
 } // namespace
 
 /// The debug writing of the template table with its log.
-class TestTable20Exchange : public QObject
+class TestTable20DebugWrite : public QObject
 {
     Q_OBJECT
 
@@ -66,17 +59,17 @@ private:
     std::unique_ptr<Session> m_session;
 };
 
-void TestTable20Exchange::initTestCase()
+void TestTable20DebugWrite::initTestCase()
 {
     m_session = std::make_unique<Session>();
 }
 
-void TestTable20Exchange::cleanupTestCase()
+void TestTable20DebugWrite::cleanupTestCase()
 {
     m_session.reset();
 }
 
-void TestTable20Exchange::goodWriteHasTwoLines_data()
+void TestTable20DebugWrite::goodWriteHasTwoLines_data()
 {
     QTest::addColumn<QString>("answer");
     QTest::addColumn<QString>("end");
@@ -94,7 +87,7 @@ void TestTable20Exchange::goodWriteHasTwoLines_data()
                                << "OK res=0 answer=1 [45,45,45]";
 }
 
-void TestTable20Exchange::goodWriteHasTwoLines()
+void TestTable20DebugWrite::goodWriteHasTwoLines()
 {
     QFETCH(const QString, answer);
     QFETCH(const QString, end);
@@ -106,7 +99,7 @@ void TestTable20Exchange::goodWriteHasTwoLines()
              (QStringList{"setCommandBuffer", "execCommandBuffer", "getAnswerBuffer", "getResultCode"}));
 }
 
-void TestTable20Exchange::commandIsSentAsLogged()
+void TestTable20DebugWrite::commandIsSentAsLogged()
 {
     TableScript device;
     device.answerTo("51 01 14 0A 00 00 AB 0C", {"51 00 01"});
@@ -117,7 +110,7 @@ void TestTable20Exchange::commandIsSentAsLogged()
     QCOMPARE(device.commands(), QStringList{"51 01 14 0A 00 00 AB 0C"});
 }
 
-void TestTable20Exchange::refusedWriteHasThreeLines()
+void TestTable20DebugWrite::refusedWriteHasThreeLines()
 {
     TableScript device;
     device.answerTo("51 01 14 02 00 00 01", {"51 07 08 09", {-1, -3}, 0});
@@ -137,7 +130,7 @@ void TestTable20Exchange::refusedWriteHasThreeLines()
             "Запись Т20С2Р3(1-6) = OK res=0 answer=3 [81,0,1]"}));
 }
 
-void TestTable20Exchange::lostExchangeIsTold()
+void TestTable20DebugWrite::lostExchangeIsTold()
 {
     TableScript device;
     device.setText("getResultDescription", "Нет связи %1");
@@ -157,7 +150,7 @@ void TestTable20Exchange::lostExchangeIsTold()
     QCOMPARE(device.count("execCommandBuffer"), 0);
 }
 
-void TestTable20Exchange::missingDriverIsToldForEachRecord()
+void TestTable20DebugWrite::missingDriverIsToldForEachRecord()
 {
     QLumFpax fpax;
     Json::Value list = listOf({record(2, 1, 1, 6, "01"), record(2, 2, 1, 6, "02")});
@@ -168,7 +161,7 @@ void TestTable20Exchange::missingDriverIsToldForEachRecord()
                       "Запись Т20С2Р2(1-6) = 51011402000002", "Ошибка записи - Несуществующее устройство"}));
 }
 
-void TestTable20Exchange::exceptionOfTheDriverEndsTheWriting()
+void TestTable20DebugWrite::exceptionOfTheDriverEndsTheWriting()
 {
     TableScript device;
     device.otherwise = [](const QString&) { return TableScript::Answer{"51 00 01"}; };
@@ -193,7 +186,7 @@ void TestTable20Exchange::exceptionOfTheDriverEndsTheWriting()
     QCOMPARE(device.commands(), (QStringList{"51 01 14 02 00 00 01", "51 01 14 02 00 00 02"}));
 }
 
-void TestTable20Exchange::headsAndStrangeElementsAreSkipped()
+void TestTable20DebugWrite::headsAndStrangeElementsAreSkipped()
 {
     TableScript device;
     Json::Value wrongRow = record(2, 1, 1, 6, "01");
@@ -205,6 +198,6 @@ void TestTable20Exchange::headsAndStrangeElementsAreSkipped()
     QCOMPARE(device.calls(), QStringList());
 }
 
-QTEST_MAIN(TestTable20Exchange)
+QTEST_MAIN(TestTable20DebugWrite)
 
-#include "tst_table20_exchange.moc"
+#include "tst_table20_debugwrite.moc"

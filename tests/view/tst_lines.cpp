@@ -1,12 +1,12 @@
 #include "editing/editingsession.h"
+#include "editing/refusals.h"
+#include "editing/trapsteps.h"
 #include "support/expectedscene.h"
 #include "support/tablesteps.h"
 
 #include <QGraphicsItem>
 #include <QGraphicsProxyWidget>
-#include <QGraphicsView>
 #include <QPointer>
-#include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
 
@@ -22,28 +22,6 @@ const QString& delText()
 {
     static const QString text = QStringLiteral("-");
     return text;
-}
-
-/// A point of the viewport in the middle of the line button `text`, which must be in sight.
-QPoint pointOfButton(EditingSession& session, const QString& text)
-{
-    auto* const view = named<QGraphicsView>(session.window, "graphicsView_1");
-    QGraphicsProxyWidget* const proxy = session.lineButton(text);
-    if (!proxy->isVisible())
-        qFatal("the button %s is hidden", qPrintable(text));
-    view->ensureVisible(proxy);
-    const QPoint at = view->mapFromScene(proxy->sceneBoundingRect().center());
-    if (view->itemAt(at) != proxy)
-        qFatal("the button %s is covered", qPrintable(text));
-    return at;
-}
-
-/// Clicks on the line button `text` and returns before the loop can turn.
-void clickLineButton(EditingSession& session, const QString& text)
-{
-    const QPoint at = pointOfButton(session, text);
-    QTest::mouseClick(named<QGraphicsView>(session.window, "graphicsView_1")->viewport(), Qt::LeftButton, {},
-                      at);
 }
 
 /// Selects `item`, clicks on the line button `text` and waits for the new picture.
@@ -257,8 +235,7 @@ void tst_Lines::minusOnALineWithAFieldIsRefused()
         QGraphicsItem* const item = lineItem(session.window, block, line);
         pickItem(session.window, item);
         clickLineButton(session, delText());
-        QCOMPARE(session.robot.takeTexts(),
-                 QStringList{QStringLiteral("Строка не пустая!\nНельзя удалить.")});
+        QCOMPARE(session.robot.takeTexts(), QStringList{kNotEmpty});
         QVERIFY(!session.probe.redrawPending());
         QCOMPARE(session.probe.curItem(), item);
         QCOMPARE(lineItem(session.window, block, line), item);
@@ -347,7 +324,7 @@ void tst_Lines::secondClickBeforeTheRedrawSeesTheMovedFields()
     for (int click = 0; click < 3; ++click)
         clickLineButton(session, delText());
     session.settle();
-    QCOMPARE(session.robot.takeTexts(), QStringList{QStringLiteral("Строка не пустая!\nНельзя удалить.")});
+    QCOMPARE(session.robot.takeTexts(), QStringList{kNotEmpty});
     QCOMPARE(session.changesSince(before), QStringList{QStringLiteral("7.Line=2")});
     QCOMPARE(differences(session, fields, {{7, 2}}), QStringList());
 
