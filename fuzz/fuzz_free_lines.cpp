@@ -1,8 +1,8 @@
 #include "bench/idledriver.h"
-#include "device/clkrd9io.h"
 #include "device/jsonfile.h"
 #include "fuzz/fuzzwindow.h"
 #include "fuzz/templatechecks.h"
+#include "tests/support/takedriver.h"
 
 #include <cstdint>
 #include <string>
@@ -52,10 +52,7 @@ public:
     }
     int getCaption(wchar_t* buffer, int capacity) override
     {
-        const auto length = static_cast<int>(m_caption.size());
-        if (length == 0)
-            return 0;
-        return copyText(m_caption.c_str(), length, buffer, capacity);
+        return copyText(m_caption.c_str(), static_cast<int>(m_caption.size()), buffer, capacity);
     }
     int getResultCode(int* code) override
     {
@@ -75,9 +72,7 @@ void checkDevice(const QStringList& lines)
 {
     LinesDriver driver;
     clKRD9IO session;
-    session.driverIface = &driver;
-    session.fpaxWrapper.reset(new QLumFpax(&driver));
-    session.driverLoaded = true;
+    takeDriver(session, driver);
     require(session.writeTable21(lines) == clKRD9IO::kDone, "a device that takes all ends well");
     QStringList read;
     require(session.readTable21(read) == clKRD9IO::kDone, "a row that the device refuses is the end");

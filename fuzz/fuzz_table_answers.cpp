@@ -4,6 +4,7 @@
 #include "fuzz/answeringdriver.h"
 #include "fuzz/fuzzwindow.h"
 #include "fuzz/templatechecks.h"
+#include "tests/support/takedriver.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -141,9 +142,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int subTable = input.takeByte();
     AnsweringDriver driver(input);
     clKRD9IO session;
-    session.driverIface = &driver;
-    session.fpaxWrapper.reset(new QLumFpax(&driver));
-    session.driverLoaded = true;
+    takeDriver(session, driver);
     Progress progress(session);
 
     checkReading(session, driver, progress, subTable);

@@ -1,9 +1,9 @@
-#include "device/clkrd9io.h"
 #include "device/jsonfile.h"
 #include "device/tlvrecord.h"
 #include "fuzz/answeringdriver.h"
 #include "fuzz/fuzzwindow.h"
 #include "fuzz/templatechecks.h"
+#include "tests/support/takedriver.h"
 
 #include <QFileInfo>
 
@@ -66,9 +66,7 @@ void checkSending(Json::Value& rows)
     InputBytes nothing(nullptr, 0);
     AnsweringDriver driver(nothing);
     clKRD9IO session;
-    session.driverIface = &driver;
-    session.fpaxWrapper.reset(new QLumFpax(&driver));
-    session.driverLoaded = true;
+    takeDriver(session, driver);
     QObject::connect(&session, &clKRD9IO::updateProgressValue,
                      [](int value) { require(value >= 0 && value <= 100, "the progress is a percentage"); });
     require(session.writeTableTLV(rows) == clKRD9IO::kDone, "a device that takes all ends well");

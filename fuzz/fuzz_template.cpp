@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
 
 // The road of a template file without the window: decode, vote, read, check, write, lay out. The first byte of
 // an input chooses what the store holds before, the others are the file.
@@ -53,8 +54,9 @@ bool readFile(BD_T20Items& bd, const QByteArray& bytes)
     QList<int> votes;
     require(bd.LoadFrom_AnalizeType(lines, votes) == 0, "every file has a line");
     require(votes.size() == 5 && votes.at(0) == 0, "there are five counters, the first of them unused");
-    require(std::all_of(votes.cbegin(), votes.cend(),
-                        [&](int count) { return count >= 0 && count <= lines.size(); }),
+    require(std::all_of(votes.cbegin(), votes.cend(), [](int count) { return count >= 0; }),
+            "no format has less than no votes");
+    require(std::accumulate(votes.cbegin(), votes.cend(), qsizetype{0}) <= lines.size(),
             "a line has one vote");
     const int most = *std::max_element(votes.cbegin(), votes.cend());
     const auto wins = [&](int format) { return votes.at(format) > 0 && votes.at(format) == most; };

@@ -6,8 +6,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTextEdit>
+
+#include <cstdlib>
 
 namespace {
 

@@ -14,7 +14,7 @@ public:
     /// The only one; it lives as long as the process.
     static FuzzWindow& instance();
 
-    /// Closes what the last input has left behind: log, box count, template and free lines.
+    /// Clears what the last input has left behind: log, box count, template and free lines. Temporary files are kept.
     void reset();
 
     WindowProbe& probe() { return m_probe; }

@@ -24,6 +24,22 @@ bool isSameRecord(const T20Item& written, const T20Item& read)
            written.Desc.left(written.Desc.indexOf(u';')) == read.Desc;
 }
 
+/// The template file that saving the store makes.
+QByteArray writeFile(const BD_T20Items& bd)
+{
+    QStringList rows;
+    const int result = bd.SaveToListWMask(rows);
+    require(result == (bd.items.isEmpty() ? -1 : 0) && rows.size() == bd.items.size(),
+            "each record has its row");
+    QByteArray bytes;
+    for (const auto& row : rows) {
+        require(row.count(u';') >= kMaskColumns - 1, "a row has 26 columns at least");
+        require(!row.contains(u'\n'), "a row is one line");
+        bytes += row.toUtf8() + '\n';
+    }
+    return bytes;
+}
+
 /// The index of a valid store holds each visible field once, where the field says.
 void checkBlocks(const BD_T20Items& bd)
 {
@@ -87,21 +103,6 @@ const BD_T20Items& emptyStore()
     return store;
 }
 
-QByteArray writeFile(const BD_T20Items& bd)
-{
-    QStringList rows;
-    const int result = bd.SaveToListWMask(rows);
-    require(result == (bd.items.isEmpty() ? -1 : 0) && rows.size() == bd.items.size(),
-            "each record has its row");
-    QByteArray bytes;
-    for (const auto& row : rows) {
-        require(row.count(u';') >= kMaskColumns - 1, "a row has 26 columns at least");
-        require(!row.contains(u'\n'), "a row is one line");
-        bytes += row.toUtf8() + '\n';
-    }
-    return bytes;
-}
-
 void checkFileRoundTrip(const BD_T20Items& bd)
 {
     const QByteArray bytes = writeFile(bd);
@@ -128,7 +129,7 @@ void checkFileRoundTrip(const BD_T20Items& bd)
     require(writeFile(third) == bytesAgain, "what was read once is written the same for ever");
 }
 
-bool checkLayoutOfTemplate(BD_T20Items& bd)
+void checkLayoutOfTemplate(BD_T20Items& bd)
 {
     GUIMaket maket;
     maket.pBD = &bd;
@@ -141,7 +142,7 @@ bool checkLayoutOfTemplate(BD_T20Items& bd)
     // A key whose placement is corrected is checked for its values too, but then counts no more than before.
     require(corrected <= errors, "corrections add no errors");
     if (errors != 0)
-        return false;
+        return;
 
     const auto count = bd.items.size();
     bd.ReComputeBDBlocks();
@@ -150,5 +151,4 @@ bool checkLayoutOfTemplate(BD_T20Items& bd)
             "a valid template has no holes, and laying it out makes no records");
     checkBlocks(bd);
     checkLayout(bd, maket);
-    return true;
 }

@@ -8,11 +8,8 @@ void require(bool holds, const char* what);
 /// An empty store; making the catalogue anew for each input would take most of the time.
 const BD_T20Items& emptyStore();
 
-/// The template file that saving the store makes.
-QByteArray writeFile(const BD_T20Items& bd);
-
 /// The store survives the way to a template file and back.
 void checkFileRoundTrip(const BD_T20Items& bd);
 
-/// What the check says fits the store. A valid template is put into blocks and lines, and laid out; true if it is one.
-bool checkLayoutOfTemplate(BD_T20Items& bd);
+/// What the check says fits the store. A valid template is put into blocks and lines, and laid out.
+void checkLayoutOfTemplate(BD_T20Items& bd);
