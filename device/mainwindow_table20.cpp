@@ -9,9 +9,10 @@
 #include <QFile>
 
 using LUM::Fpax::IFpax;
-using T20Item = BD_T20Items::T20Item;
 
 namespace {
+
+using T20Item = BD_T20Items::T20Item;
 
 constexpr int kHexadecimal = 16;
 

@@ -1,6 +1,10 @@
 #include "model/bd_t20items.h"
 
+namespace {
+
 using T20Item = BD_T20Items::T20Item;
+
+} // namespace
 
 const std::array<int T20Item::*, 19> T20Item::kDeviceParams = {
     &T20Item::Block,       &T20Item::Font,        &T20Item::X2X,         &T20Item::X2Y,
